@@ -1,0 +1,115 @@
+#include "platform/files.h"
+
+#include "platform/runtime_error.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+
+#include <cerrno>
+#include <filesystem>
+
+namespace velmo {
+
+namespace {
+
+#ifndef Q_OS_WIN
+QString FindIgnoringCase(const QString& folder, const QString& name) {
+    const QStringList found =
+        QDir(folder.isEmpty() ? QStringLiteral(".") : folder)
+            .entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
+    for (const QString& candidate : found) {
+        if (candidate.compare(name, Qt::CaseInsensitive) == 0)
+            return candidate;
+    }
+    return name;
+}
+#endif
+
+[[noreturn]] void ThrowCannotWrite(const QString& stored, int systemError) {
+    const QFileInfo info(NativePath(stored));
+    ErrorNumber number = ErrorNumber::PathFileAccess;
+    if (systemError == ENOSPC || systemError == EFBIG)
+        number = ErrorNumber::DiskFull;
+    else if (!info.dir().exists())
+        number = ErrorNumber::PathNotFound;
+    else if (!info.isDir())
+        number = ErrorNumber::PermissionDenied;
+    throw RuntimeError(number).InFile(stored);
+}
+
+} // namespace
+
+QString NativePath(const QString& stored) {
+#ifdef Q_OS_WIN
+    return QDir::fromNativeSeparators(stored);
+#else
+    QString path = stored;
+    path.replace(u'\\', u'/');
+    if (path.isEmpty() || QFileInfo::exists(path))
+        return path;
+    QString found;
+    const QStringList parts = path.split(u'/');
+    for (qsizetype i = 0; i < parts.size(); ++i) {
+        const QString& part = parts[i];
+        const bool exact = part.isEmpty() || QFileInfo::exists(found + part);
+        found += exact ? part : FindIgnoringCase(found, part);
+        if (i + 1 < parts.size())
+            found += u'/';
+    }
+    return found;
+#endif
+}
+
+bool FileExists(const QString& stored) {
+    return !stored.isEmpty() && QFileInfo(NativePath(stored)).isFile();
+}
+
+void DeleteFile(const QString& stored) {
+    if (!FileExists(stored))
+        throw RuntimeError(ErrorNumber::FileNotFound).InFile(stored);
+    if (!QFile::remove(NativePath(stored)))
+        throw RuntimeError(ErrorNumber::PermissionDenied).InFile(stored);
+}
+
+void DeleteFileIfAny(const QString& stored) {
+    if (FileExists(stored))
+        DeleteFile(stored);
+}
+
+void ReplaceFile(const QString& stored, const QByteArray& bytes) {
+    QSaveFile file(NativePath(stored));
+    errno = 0;
+    if (!file.open(QIODevice::WriteOnly))
+        ThrowCannotWrite(stored, errno);
+    errno = 0;
+    // The file's own buffer hides a full disk until it is flushed.
+    const bool written = file.write(bytes) == bytes.size() && file.flush();
+    const int writeError = errno;
+    if (!written) {
+        file.cancelWriting();
+        ThrowCannotWrite(stored, writeError);
+    }
+    if (!file.commit())
+        ThrowCannotWrite(stored, errno);
+}
+
+void RenameOver(const QString& from, const QString& to) {
+    std::error_code failed;
+    std::filesystem::rename(std::filesystem::path(NativePath(from).toStdU16String()),
+                            std::filesystem::path(NativePath(to).toStdU16String()), failed);
+    if (failed)
+        throw RuntimeError(ErrorNumber::PathFileAccess).InFile(to);
+}
+
+void ThrowCannotOpen(const QString& stored) {
+    const QFileInfo info(NativePath(stored));
+    if (stored.isEmpty() || (!info.exists() && info.dir().exists()))
+        throw RuntimeError(ErrorNumber::FileNotFound).InFile(stored);
+    if (!info.exists())
+        throw RuntimeError(ErrorNumber::PathNotFound).InFile(stored);
+    throw RuntimeError(ErrorNumber::PathFileAccess).InFile(stored);
+}
+
+} // namespace velmo

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+namespace velmo {
+
+// Paths as the program keeps them ("stored" paths) separate folders with backslashes, whatever the operating
+// system. Only the functions of this file turn them into paths of the operating system.
+
+// The operating system's path of a stored path. On a case-sensitive file system each part that does not exist
+// as spelled is looked up without regard to case; what is not found at all stays as spelled.
+QString NativePath(const QString& stored);
+
+// True when a file (not a folder) of that name exists. An empty path names nothing.
+bool FileExists(const QString& stored);
+
+// Deletes the file. Throws 53 when there is none, 70 when it cannot be deleted.
+void DeleteFile(const QString& stored);
+
+// Deletes the file if there is one. Throws 70 when it cannot be deleted.
+void DeleteFileIfAny(const QString& stored);
+
+// Puts bytes in the place of the file in one step: written beside it, synced, renamed. Throws 76 when the
+// folder is missing, 61 when the disk is full, 70 or 75 when it cannot be written; the old file then stays as
+// it was.
+void ReplaceFile(const QString& stored, const QByteArray& bytes);
+
+// Gives a finished file (stored path "from") the name of another in one step, over an old one of that name.
+// Throws 75 when that fails.
+void RenameOver(const QString& from, const QString& to);
+
+// Opens failed: the error that says why the file could not be opened for reading.
+[[noreturn]] void ThrowCannotOpen(const QString& stored);
+
+} // namespace velmo

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "platform/code_page.h"
+
+#include <QFile>
+
+namespace velmo {
+
+// Reads a text file in code page 932 line by line. A line ends at CR LF, LF or CR, or at the end of the file.
+class TextReader {
+public:
+    // path is a stored path. Throws 53, 75 or 76 when the file cannot be opened.
+    explicit TextReader(const QString& path);
+
+    bool AtEnd();
+    // The next line without its line break. Throws 62 at the end of the file, 57 when reading fails.
+    QString ReadLine();
+    // Number of lines read so far, so the 1-based number of the line that ReadLine returned last.
+    qint64 LineNumber() const { return lineNumber_; }
+    const QString& Path() const { return path_; }
+    // Bytes read so far and in all, for progress.
+    qint64 Position() const;
+    qint64 Size() const { return file_.size(); }
+
+private:
+    bool Fill();
+
+    QString path_;
+    QFile file_;
+    QByteArray buffer_;
+    qsizetype at_ = 0;
+    CodePageDecoder decoder_;
+    qint64 lineNumber_ = 0;
+};
+
+// Collects lines and puts them in the place of a text file in code page 932 with CR LF.
+class TextWriter {
+public:
+    // path is a stored path; nothing is written before Commit.
+    explicit TextWriter(QString path) : path_(std::move(path)) {}
+
+    // Throws 5 when code page 932 does not have a character of the line.
+    void WriteLine(QStringView line);
+    // Replaces the file in one step; throws as ReplaceFile does.
+    void Commit();
+
+private:
+    QString path_;
+    QByteArray bytes_;
+    qint64 lineNumber_ = 0;
+};
+
+} // namespace velmo

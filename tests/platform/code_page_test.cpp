@@ -1,0 +1,43 @@
+#include "platform/code_page.h"
+#include "platform/runtime_error.h"
+#include "support/temp_folder.h"
+
+#include <gtest/gtest.h>
+
+namespace velmo {
+namespace {
+
+TEST(CodePage, ReadsWhatWindowsWrites) {
+    CodePageDecoder decoder;
+    EXPECT_EQ(decoder.Decode("\x83\x7B\x83\x8B\x83\x67 M10\\"), QStringLiteral("ボルト M10\\"));
+    EXPECT_EQ(decoder.Decode("\x81\x60\x81\x7C\x87\x40\xFA\x40"), QStringLiteral("～－①ⅰ"));
+    EXPECT_EQ(decoder.Decode("\xBA\xD2\xDD\xC4"), QStringLiteral("ｺﾒﾝﾄ"));
+}
+
+TEST(CodePage, ForeignBytesBecomeReplacementCharacters) {
+    CodePageDecoder decoder;
+    EXPECT_EQ(decoder.Decode("a\xA0"
+                             "b"),
+              QStringLiteral("a\uFFFDb"));
+    EXPECT_EQ(decoder.Decode("\x83"), QStringLiteral("\uFFFD"));
+    EXPECT_EQ(decoder.Decode("\x81\x20\x83\x7B"), QStringLiteral("\uFFFD ボ"));
+    EXPECT_EQ(decoder.Decode("\xFD\x80"), QStringLiteral("\uFFFD\uFFFD"));
+    EXPECT_EQ(decoder.Decode("\x83\x7B"), QStringLiteral("ボ"))
+        << "an error does not spoil what is read next";
+}
+
+TEST(CodePage, EncodesAndDecodesTheSameText) {
+    CodePageDecoder decoder;
+    const QString text = QStringLiteral("呼び径～－①ｺﾒﾝﾄ\\~髙﨑");
+    EXPECT_EQ(decoder.Decode(EncodeCodePage(text)), text);
+}
+
+TEST(CodePage, NamesTheFirstForeignCharacter) {
+    EXPECT_EQ(FirstForeignCharacter(u"ボルト"), std::nullopt);
+    EXPECT_EQ(FirstForeignCharacter(u"φ10±é"), QStringLiteral("é"));
+    EXPECT_EQ(FirstForeignCharacter(u"x😀é"), QStringLiteral("😀"));
+    EXPECT_THROW(EncodeCodePage(u"한글"), RuntimeError);
+}
+
+} // namespace
+} // namespace velmo
