@@ -41,13 +41,13 @@ QString CodePageDecoder::Decode(QByteArrayView bytes) {
     if (IsAscii(bytes))
         return QString::fromLatin1(bytes);
     QString text = decoder_(bytes);
-    const bool failed = decoder_.hasError();
-    decoder_.resetState();
-    return failed ? DecodeOneByOne(bytes) : text;
+    return decoder_.hasError() ? DecodeOneByOne(bytes) : text;
 }
 
 // The library beneath marks what it cannot read in more than one way; here every such byte becomes U+FFFD.
 QString CodePageDecoder::DecodeOneByOne(QByteArrayView bytes) {
+    // The error mark of a decoder is never taken back, so each failure needs a new one.
+    decoder_ = QStringDecoder(CodePageName);
     QString text;
     qsizetype at = 0;
     while (at < bytes.size()) {
@@ -55,7 +55,8 @@ QString CodePageDecoder::DecodeOneByOne(QByteArrayView bytes) {
         for (qsizetype length = pair ? 2 : 1; length > 0; --length) {
             const QString one = decoder_(bytes.sliced(at, length));
             const bool failed = decoder_.hasError() || one.isEmpty();
-            decoder_.resetState();
+            if (failed)
+                decoder_ = QStringDecoder(CodePageName);
             if (failed && length == 2)
                 continue;
             text += failed ? QString(QChar::ReplacementCharacter) : one;
