@@ -21,8 +21,31 @@ bool IsAscii(QStringView text) {
     return std::all_of(text.begin(), text.end(), [](QChar c) { return c.unicode() < 0x80; });
 }
 
-bool IsLeadByte(unsigned char c) {
+// What the converter beneath gives, without calling it an error, for a byte that means nothing.
+constexpr QChar Substitute = u'\x1A';
+
+bool IsLeadByte(char byte) {
+    const auto c = static_cast<unsigned char>(byte);
     return (c >= 0x81 && c <= 0x9F) || (c >= 0xE0 && c <= 0xFC);
+}
+
+// True when the last byte is the first half of a character.
+bool EndsInsideCharacter(QByteArrayView bytes) {
+    qsizetype at = 0;
+    while (at < bytes.size())
+        at += IsLeadByte(bytes[at]) ? 2 : 1;
+    return at > bytes.size();
+}
+
+// One character of one or two bytes; empty when the bytes mean nothing.
+QString DecodeCharacter(QByteArrayView bytes) {
+    if (bytes.size() == 1 && bytes[0] == '\x1A')
+        return QString(Substitute);
+    QStringDecoder decoder(CodePageName);
+    const QString text = decoder(bytes);
+    const bool foreign =
+        decoder.hasError() || text.contains(Substitute) || text.contains(QChar::ReplacementCharacter);
+    return foreign ? QString() : text;
 }
 
 std::optional<QByteArray> TryEncode(QStringView text) {
@@ -40,29 +63,30 @@ CodePageDecoder::CodePageDecoder() : decoder_(CodePageName) {}
 QString CodePageDecoder::Decode(QByteArrayView bytes) {
     if (IsAscii(bytes))
         return QString::fromLatin1(bytes);
+    if (EndsInsideCharacter(bytes))
+        return DecodeOneByOne(bytes);
     QString text = decoder_(bytes);
-    return decoder_.hasError() ? DecodeOneByOne(bytes) : text;
+    if (!decoder_.hasError() && !text.contains(Substitute) && !text.contains(QChar::ReplacementCharacter))
+        return text;
+    // The error mark of a decoder is never taken back, so a failure needs a new one.
+    decoder_ = QStringDecoder(CodePageName);
+    return DecodeOneByOne(bytes);
 }
 
 // The library beneath marks what it cannot read in more than one way; here every such byte becomes U+FFFD.
 QString CodePageDecoder::DecodeOneByOne(QByteArrayView bytes) {
-    // The error mark of a decoder is never taken back, so each failure needs a new one.
-    decoder_ = QStringDecoder(CodePageName);
     QString text;
-    qsizetype at = 0;
-    while (at < bytes.size()) {
-        const bool pair = IsLeadByte(static_cast<unsigned char>(bytes[at])) && at + 1 < bytes.size();
-        for (qsizetype length = pair ? 2 : 1; length > 0; --length) {
-            const QString one = decoder_(bytes.sliced(at, length));
-            const bool failed = decoder_.hasError() || one.isEmpty();
-            if (failed)
-                decoder_ = QStringDecoder(CodePageName);
-            if (failed && length == 2)
-                continue;
-            text += failed ? QString(QChar::ReplacementCharacter) : one;
-            at += length;
-            break;
+    for (qsizetype at = 0; at < bytes.size();) {
+        const bool pair = IsLeadByte(bytes[at]) && at + 1 < bytes.size();
+        const QString both = pair ? DecodeCharacter(bytes.sliced(at, 2)) : QString();
+        if (!both.isEmpty()) {
+            text += both;
+            at += 2;
+            continue;
         }
+        const QString one = IsLeadByte(bytes[at]) ? QString() : DecodeCharacter(bytes.sliced(at, 1));
+        text += one.isEmpty() ? QString(QChar::ReplacementCharacter) : one;
+        ++at;
     }
     return text;
 }

@@ -1,0 +1,64 @@
+#pragma once
+
+#include <QHash>
+#include <QString>
+#include <SQLiteCpp/SQLiteCpp.h>
+
+#include <memory>
+#include <optional>
+
+namespace velmo {
+
+// A relational store in one file. Every failure is a RuntimeError that names the file.
+//
+// Statements may use the column types COUNTER (numbers rows 1, 2, 3 ... and never reuses one) and TEXT (at
+// most 255 characters). Text of a column declared COLLATE JAPANESE compares without regard to case, kana type
+// and width.
+class Database {
+public:
+    enum class Access { Read, Write };
+
+    // Opens an existing file (stored path). Throws 53, 75, 76, 3260 (locked) or 3343 (no database).
+    Database(const QString& path, Access access);
+
+    // Makes a new, empty file; there must be none of that name.
+    static Database Create(const QString& path);
+
+    const QString& Path() const { return path_; }
+
+    // Runs a statement that returns no rows.
+    void Execute(const QString& statement);
+
+    // The scratch data of one run need not survive a crash: no journal on disk, no sync.
+    void MakeScratch();
+
+    // A compiled statement, taken from those compiled before when one of them is idle.
+    std::shared_ptr<SQLite::Statement> Prepare(const QString& statement);
+
+    // The identity that the last added row received.
+    qint64 LastAddedId() const { return connection_->getLastInsertRowid(); }
+
+    // Turns a failure of the engine into the program's own error.
+    [[noreturn]] void Throw(const SQLite::Exception& failure) const;
+
+private:
+    friend class Transaction;
+    Database(const QString& path, int flags);
+
+    QString path_;
+    std::unique_ptr<SQLite::Database> connection_;
+    QHash<QString, std::shared_ptr<SQLite::Statement>> prepared_;
+};
+
+// Everything until Commit counts together or not at all.
+class Transaction {
+public:
+    explicit Transaction(Database& database);
+    void Commit();
+
+private:
+    Database& database_;
+    std::unique_ptr<SQLite::Transaction> transaction_;
+};
+
+} // namespace velmo

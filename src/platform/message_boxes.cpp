@@ -1,0 +1,47 @@
+#include "platform/message_boxes.h"
+
+#include <QApplication>
+#include <QMessageBox>
+
+namespace velmo {
+
+namespace {
+
+constexpr const char* ExitStatusProperty = "velmoExitStatus";
+
+int ShowBox(QWidget* parent, QMessageBox::Icon icon, const QString& text, const QString& title,
+            QMessageBox::StandardButtons buttons) {
+    QMessageBox box(icon, title, text, buttons, parent);
+    // Texts are paths and names of files: they are never markup.
+    box.setTextFormat(Qt::PlainText);
+    box.setWindowFlag(Qt::WindowStaysOnTopHint);
+    return box.exec();
+}
+
+} // namespace
+
+void MessageBoxes::Inform(QWidget* parent, const QString& text, const QString& title) {
+    ShowBox(parent, QMessageBox::Warning, text, title, QMessageBox::Ok);
+}
+
+bool MessageBoxes::Ask(QWidget* parent, const QString& text, const QString& title) {
+    return ShowBox(parent, QMessageBox::Question, text, title, QMessageBox::Yes | QMessageBox::No) ==
+           QMessageBox::Yes;
+}
+
+void MessageBoxes::ShowError(QWidget* parent, const RuntimeError& error) {
+    Inform(parent, ErrorText(error));
+    if (error.IsFatal())
+        EndProgram(1);
+}
+
+void EndProgram(int exitStatus) {
+    qApp->setProperty(ExitStatusProperty, exitStatus);
+    QCoreApplication::exit(exitStatus);
+}
+
+int RequestedExitStatus() {
+    return qApp->property(ExitStatusProperty).toInt();
+}
+
+} // namespace velmo

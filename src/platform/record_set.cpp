@@ -1,0 +1,235 @@
+#include "platform/record_set.h"
+
+#include "platform/numbers.h"
+#include "platform/runtime_error.h"
+
+#include <QRegularExpression>
+
+namespace velmo {
+
+namespace {
+
+constexpr qsizetype LongestText = 255;
+
+void Bind(SQLite::Statement& statement, int index, const std::variant<qint64, std::string>& value) {
+    if (const auto* number = std::get_if<qint64>(&value))
+        statement.bind(index, int64_t(*number));
+    else
+        statement.bind(index, std::get<std::string>(value));
+}
+
+} // namespace
+
+RecordSet::RecordSet(Database& database, const QString& statement) : database_(database) {
+    Take(statement);
+    MoveFirst();
+}
+
+RecordSet::RecordSet(Database& database, const QString& statement, qint64 number)
+    : database_(database), argument_(number) {
+    Take(statement + u'?');
+    MoveFirst();
+}
+
+RecordSet::RecordSet(Database& database, const QString& before, const QString& name, const QString& after)
+    : database_(database) {
+    if (name.contains(u'\'')) {
+        Take(before + name + after);
+    } else {
+        // Without a quote in it the name means the same as an argument, and the statement is compiled only
+        // once.
+        argument_ = name.toStdString();
+        Take(before.chopped(1) + u'?' + after.sliced(1));
+    }
+    MoveFirst();
+}
+
+RecordSet::~RecordSet() {
+    if (rows_)
+        rows_->tryReset();
+}
+
+// Takes the statement apart into table and condition.
+void RecordSet::Take(const QString& statement) {
+    static const QRegularExpression form(
+        QStringLiteral("^(?:SELECT \\* FROM )?(\\w+)\\s*(?:WHERE (.*?))?;?$"),
+        QRegularExpression::CaseInsensitiveOption | QRegularExpression::DotMatchesEverythingOption);
+    const QRegularExpressionMatch match = form.match(statement);
+    if (!match.hasMatch())
+        throw RuntimeError(ErrorNumber::QuerySyntax, statement).InFile(database_.Path());
+    table_ = match.captured(1);
+    condition_ = match.captured(2);
+}
+
+void RecordSet::Open(const QString& criterion) {
+    QString where = condition_;
+    if (!criterion.isEmpty())
+        where = where.isEmpty() ? criterion : QStringLiteral("(%1) AND (%2)").arg(where, criterion);
+    QString statement = QStringLiteral("SELECT rowid,* FROM ") + table_;
+    if (!where.isEmpty())
+        statement += QStringLiteral(" WHERE ") + where;
+    if (rows_)
+        rows_->tryReset();
+    rows_.reset();
+    rows_ = database_.Prepare(statement);
+    if (argument_)
+        Bind(*rows_, 1, *argument_);
+    if (fields_.isEmpty()) {
+        for (int i = 1; i < rows_->getColumnCount(); ++i)
+            fields_ << QString::fromUtf8(rows_->getColumnName(i));
+    }
+    Step();
+}
+
+void RecordSet::Step() {
+    try {
+        onRow_ = rows_->executeStep();
+    } catch (const SQLite::Exception& failure) {
+        onRow_ = false;
+        database_.Throw(failure);
+    }
+}
+
+void RecordSet::MoveFirst() {
+    Open({});
+}
+
+void RecordSet::MoveNext() {
+    RequireRow();
+    Step();
+}
+
+void RecordSet::FindFirst(const QString& criterion) {
+    Open(criterion);
+}
+
+void RecordSet::FindNext() {
+    if (onRow_)
+        Step();
+}
+
+void RecordSet::RequireRow() const {
+    if (!onRow_)
+        throw RuntimeError(ErrorNumber::NoCurrentRecord).InFile(database_.Path());
+}
+
+qint64 RecordSet::RowId() const {
+    RequireRow();
+    return rows_->getColumn(0).getInt64();
+}
+
+int RecordSet::Ordinal(QStringView field) const {
+    for (qsizetype i = 0; i < fields_.size(); ++i) {
+        if (field.compare(fields_[i], Qt::CaseInsensitive) == 0)
+            return int(i);
+    }
+    throw RuntimeError(ErrorNumber::ItemNotInCollection).InFile(database_.Path()).InField(field.toString());
+}
+
+QString RecordSet::Text(int ordinal) const {
+    RequireRow();
+    if (ordinal < 0 || ordinal >= fields_.size())
+        throw RuntimeError(ErrorNumber::ItemNotInCollection)
+            .InFile(database_.Path())
+            .InField(QString::number(ordinal));
+    const SQLite::Column column = rows_->getColumn(ordinal + 1);
+    return QString::fromUtf8(column.getText(), column.getBytes());
+}
+
+std::int16_t RecordSet::Integer(QStringView field) const {
+    const QString text = Text(field);
+    if (text.isEmpty())
+        return 0;
+    try {
+        return ToInteger(text);
+    } catch (RuntimeError& error) {
+        throw error.InFile(database_.Path()).InField(table_ + u'.' + field.toString());
+    }
+}
+
+SQLite::Statement& RecordSet::InsertStatement() {
+    if (!insert_) {
+        QStringList marks(fields_.size(), QStringLiteral("?"));
+        insert_ = database_.Prepare(QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)")
+                                        .arg(table_, fields_.join(u','), marks.join(u',')));
+    }
+    return *insert_;
+}
+
+void RecordSet::AddNew() {
+    InsertStatement().clearBindings();
+    change_ = Change::Add;
+}
+
+void RecordSet::Edit() {
+    RequireRow();
+    edited_.clear();
+    change_ = Change::Edit;
+}
+
+void RecordSet::Put(int ordinal, const Value& value) {
+    if (ordinal < 0 || ordinal >= fields_.size())
+        throw RuntimeError(ErrorNumber::ItemNotInCollection)
+            .InFile(database_.Path())
+            .InField(QString::number(ordinal));
+    if (change_ == Change::Add)
+        Bind(*insert_, ordinal + 1, value);
+    else if (change_ == Change::Edit)
+        edited_.emplace_back(ordinal, value);
+    else
+        throw RuntimeError(ErrorNumber::NoCurrentRecord).InFile(database_.Path());
+}
+
+void RecordSet::Set(int ordinal, QStringView text) {
+    if (text.size() > LongestText)
+        throw RuntimeError(ErrorNumber::TextTooLong)
+            .InFile(database_.Path())
+            .InField(ordinal >= 0 && ordinal < fields_.size() ? table_ + u'.' + fields_[ordinal] : table_);
+    const QByteArray bytes = text.toUtf8();
+    Put(ordinal, std::string(bytes.constData(), size_t(bytes.size())));
+}
+
+void RecordSet::SetNumber(QStringView field, qint64 number) {
+    Put(Ordinal(field), number);
+}
+
+void RecordSet::Run(SQLite::Statement& statement) {
+    try {
+        statement.exec();
+        statement.reset();
+    } catch (const SQLite::Exception& failure) {
+        statement.tryReset();
+        database_.Throw(failure);
+    }
+}
+
+void RecordSet::Update() {
+    const Change change = std::exchange(change_, Change::None);
+    if (change == Change::Add) {
+        Run(*insert_);
+        return;
+    }
+    if (change == Change::None)
+        throw RuntimeError(ErrorNumber::NoCurrentRecord).InFile(database_.Path());
+    if (edited_.empty())
+        return;
+    QStringList assignments;
+    for (const auto& [ordinal, value] : edited_)
+        assignments << fields_[ordinal] + QStringLiteral("=?");
+    const std::shared_ptr<SQLite::Statement> update = database_.Prepare(
+        QStringLiteral("UPDATE %1 SET %2 WHERE rowid=?").arg(table_, assignments.join(u',')));
+    int index = 1;
+    for (const auto& [ordinal, value] : edited_)
+        Bind(*update, index++, value);
+    update->bind(index, int64_t(RowId()));
+    Run(*update);
+}
+
+void RecordSet::Delete() {
+    const std::shared_ptr<SQLite::Statement> statement =
+        database_.Prepare(QStringLiteral("DELETE FROM %1 WHERE rowid=?").arg(table_));
+    statement->bind(1, int64_t(RowId()));
+    Run(*statement);
+}
+
+} // namespace velmo

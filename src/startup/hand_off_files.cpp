@@ -1,0 +1,58 @@
+#include "startup/hand_off_files.h"
+
+#include "platform/runtime_error.h"
+#include "platform/text_file.h"
+
+namespace velmo {
+
+namespace {
+
+// Stands for a library word that could not be read; it is neither library's word.
+const QString UnreadLibrary = QStringLiteral("TOLVIKS2");
+
+QString ValuesFile(const QString& folder) {
+    return folder + QStringLiteral("velmo.ret");
+}
+
+QString ChoiceFile(const QString& folder) {
+    return folder + QStringLiteral("velmo.ret2");
+}
+
+} // namespace
+
+PreviousAnswer ReadPreviousAnswer(const QString& folder) {
+    PreviousAnswer answer{{}, UnreadLibrary};
+    try {
+        TextReader file(ChoiceFile(folder));
+        answer.symbol = file.ReadLine();
+        answer.library = file.ReadLine();
+    } catch (const RuntimeError&) {
+        // A missing or short file is the answer of a first run.
+    }
+    return answer;
+}
+
+void WriteValues(const QString& folder, const QList<VariableValue>& values) {
+    TextWriter file(ValuesFile(folder));
+    file.WriteLine(QString::number(values.size()));
+    for (const VariableValue& variable : values) {
+        file.WriteLine(variable.name);
+        file.WriteLine(variable.value);
+    }
+    file.Commit();
+}
+
+void WriteChoice(const QString& folder, const QString& symbolFile, bool userLibrary) {
+    TextWriter file(ChoiceFile(folder));
+    file.WriteLine(symbolFile);
+    file.WriteLine(userLibrary ? UserLibraryWord : SystemLibraryWord);
+    file.Commit();
+}
+
+void WriteNoSelection(const QString& folder) {
+    TextWriter file(ChoiceFile(folder));
+    file.WriteLine(NoSelection);
+    file.Commit();
+}
+
+} // namespace velmo
