@@ -19,6 +19,10 @@ constexpr int BusyMilliseconds = 3000;
 
 constexpr const char* JapaneseCollation = "JAPANESE";
 
+// The language of a file whose texts compare as Japanese, kept in the field that the engine leaves to the
+// program.
+constexpr int JapaneseLanguageId = 0x0411;
+
 int CompareJapanese(void* collator, int leftBytes, const void* left, int rightBytes, const void* right) {
     if (leftBytes == rightBytes && std::memcmp(left, right, size_t(leftBytes)) == 0)
         return 0;
@@ -35,11 +39,6 @@ void ProvideCollation(void*, sqlite3* connection, int, const char* name) {
     collator->setCaseSensitivity(Qt::CaseInsensitive);
     sqlite3_create_collation_v2(connection, JapaneseCollation, SQLITE_UTF8, collator.release(),
                                 CompareJapanese, [](void* owned) { delete static_cast<QCollator*>(owned); });
-}
-
-QString EngineStatement(QString statement) {
-    static const QRegularExpression counter(QStringLiteral("\\bCOUNTER\\b"));
-    return statement.replace(counter, QStringLiteral("INTEGER PRIMARY KEY AUTOINCREMENT"));
 }
 
 ErrorNumber NumberOf(const SQLite::Exception& failure) {
@@ -95,8 +94,24 @@ Database::Database(const QString& path, Access access)
     : Database(FileExists(path) ? path : (ThrowCannotOpen(path), QString()),
                access == Access::Read ? SQLite::OPEN_READONLY : SQLite::OPEN_READWRITE) {}
 
-Database Database::Create(const QString& path) {
-    return Database(path, SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE);
+Database Database::Create(const QString& path, Collation collation) {
+    Database database(path, SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE);
+    if (collation == Collation::Japanese)
+        database.Execute(QStringLiteral("PRAGMA user_version=%1").arg(JapaneseLanguageId));
+    return database;
+}
+
+// The column types of the program's statements in the engine's own words.
+QString Database::EngineStatement(QString statement) const {
+    static const QRegularExpression counter(QStringLiteral("\\bCOUNTER\\b"));
+    static const QRegularExpression text(QStringLiteral("\\bTEXT\\b"));
+    if (!statement.startsWith(QStringLiteral("CREATE TABLE")) &&
+        !statement.startsWith(QStringLiteral("ALTER TABLE")))
+        return statement;
+    statement.replace(counter, QStringLiteral("INTEGER PRIMARY KEY AUTOINCREMENT"));
+    if (connection_->execAndGet("PRAGMA user_version").getInt() == JapaneseLanguageId)
+        statement.replace(text, QStringLiteral("TEXT COLLATE ") + QLatin1String(JapaneseCollation));
+    return statement;
 }
 
 void Database::Execute(const QString& statement) {
@@ -112,20 +127,23 @@ void Database::MakeScratch() {
     Execute(QStringLiteral("PRAGMA synchronous=OFF"));
 }
 
-std::shared_ptr<SQLite::Statement> Database::Prepare(const QString& statement) {
-    std::shared_ptr<SQLite::Statement>& idle = prepared_[statement];
+std::shared_ptr<PreparedStatement> Database::Prepare(const QString& statement) {
+    const auto known = prepared_.constFind(statement);
     try {
-        if (idle && idle.use_count() == 1) {
-            idle->reset();
-            idle->clearBindings();
-        } else {
-            idle = std::make_shared<SQLite::Statement>(*connection_, statement.toUtf8().constData());
+        if (known != prepared_.constEnd() && known->use_count() == 1) {
+            (*known)->statement.reset();
+            (*known)->statement.clearBindings();
+            return *known;
         }
+        auto compiled = std::make_shared<PreparedStatement>(
+            PreparedStatement{SQLite::Statement(*connection_, statement.toUtf8().constData()), {}});
+        for (int i = 0; i < compiled->statement.getColumnCount(); ++i)
+            compiled->columns << QString::fromUtf8(compiled->statement.getColumnName(i));
+        prepared_.insert(statement, compiled);
+        return compiled;
     } catch (const SQLite::Exception& failure) {
-        prepared_.remove(statement);
         Throw(failure);
     }
-    return idle;
 }
 
 void Database::Throw(const SQLite::Exception& failure) const {

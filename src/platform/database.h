@@ -1,7 +1,7 @@
 #pragma once
 
 #include <QHash>
-#include <QString>
+#include <QStringList>
 #include <SQLiteCpp/SQLiteCpp.h>
 
 #include <memory>
@@ -9,20 +9,28 @@
 
 namespace velmo {
 
+// A compiled statement and the names of the columns it returns.
+struct PreparedStatement {
+    SQLite::Statement statement;
+    QStringList columns;
+};
+
 // A relational store in one file. Every failure is a RuntimeError that names the file.
 //
 // Statements may use the column types COUNTER (numbers rows 1, 2, 3 ... and never reuses one) and TEXT (at
-// most 255 characters). Text of a column declared COLLATE JAPANESE compares without regard to case, kana type
-// and width.
+// most 255 characters).
 class Database {
 public:
     enum class Access { Read, Write };
+    // How texts compare. Japanese: without regard to case, kana type and width; the file remembers it, and
+    // every TEXT column made in it later compares so.
+    enum class Collation { Bytes, Japanese };
 
     // Opens an existing file (stored path). Throws 53, 75, 76, 3260 (locked) or 3343 (no database).
     Database(const QString& path, Access access);
 
     // Makes a new, empty file; there must be none of that name.
-    static Database Create(const QString& path);
+    static Database Create(const QString& path, Collation collation = Collation::Bytes);
 
     const QString& Path() const { return path_; }
 
@@ -33,7 +41,7 @@ public:
     void MakeScratch();
 
     // A compiled statement, taken from those compiled before when one of them is idle.
-    std::shared_ptr<SQLite::Statement> Prepare(const QString& statement);
+    std::shared_ptr<PreparedStatement> Prepare(const QString& statement);
 
     // The identity that the last added row received.
     qint64 LastAddedId() const { return connection_->getLastInsertRowid(); }
@@ -44,10 +52,11 @@ public:
 private:
     friend class Transaction;
     Database(const QString& path, int flags);
+    QString EngineStatement(QString statement) const;
 
     QString path_;
     std::unique_ptr<SQLite::Database> connection_;
-    QHash<QString, std::shared_ptr<SQLite::Statement>> prepared_;
+    QHash<QString, std::shared_ptr<PreparedStatement>> prepared_;
 };
 
 // Everything until Commit counts together or not at all.

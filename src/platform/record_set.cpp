@@ -3,8 +3,6 @@
 #include "platform/numbers.h"
 #include "platform/runtime_error.h"
 
-#include <QRegularExpression>
-
 namespace velmo {
 
 namespace {
@@ -46,19 +44,26 @@ RecordSet::RecordSet(Database& database, const QString& before, const QString& n
 
 RecordSet::~RecordSet() {
     if (rows_)
-        rows_->tryReset();
+        rows_->statement.tryReset();
 }
 
 // Takes the statement apart into table and condition.
 void RecordSet::Take(const QString& statement) {
-    static const QRegularExpression form(
-        QStringLiteral("^(?:SELECT \\* FROM )?(\\w+)\\s*(?:WHERE (.*?))?;?$"),
-        QRegularExpression::CaseInsensitiveOption | QRegularExpression::DotMatchesEverythingOption);
-    const QRegularExpressionMatch match = form.match(statement);
-    if (!match.hasMatch())
+    static const QString select = QStringLiteral("SELECT * FROM ");
+    static const QString where = QStringLiteral("WHERE ");
+    QStringView rest = statement;
+    if (rest.startsWith(select, Qt::CaseInsensitive))
+        rest = rest.sliced(select.size());
+    if (rest.endsWith(u';'))
+        rest.chop(1);
+    const qsizetype blank = rest.indexOf(u' ');
+    table_ = (blank < 0 ? rest : rest.first(blank)).toString();
+    if (blank < 0)
+        return;
+    rest = rest.sliced(blank).trimmed();
+    if (!rest.startsWith(where, Qt::CaseInsensitive))
         throw RuntimeError(ErrorNumber::QuerySyntax, statement).InFile(database_.Path());
-    table_ = match.captured(1);
-    condition_ = match.captured(2);
+    condition_ = rest.sliced(where.size()).toString();
 }
 
 void RecordSet::Open(const QString& criterion) {
@@ -69,21 +74,17 @@ void RecordSet::Open(const QString& criterion) {
     if (!where.isEmpty())
         statement += QStringLiteral(" WHERE ") + where;
     if (rows_)
-        rows_->tryReset();
+        rows_->statement.tryReset();
     rows_.reset();
     rows_ = database_.Prepare(statement);
     if (argument_)
-        Bind(*rows_, 1, *argument_);
-    if (fields_.isEmpty()) {
-        for (int i = 1; i < rows_->getColumnCount(); ++i)
-            fields_ << QString::fromUtf8(rows_->getColumnName(i));
-    }
+        Bind(rows_->statement, 1, *argument_);
     Step();
 }
 
 void RecordSet::Step() {
     try {
-        onRow_ = rows_->executeStep();
+        onRow_ = rows_->statement.executeStep();
     } catch (const SQLite::Exception& failure) {
         onRow_ = false;
         database_.Throw(failure);
@@ -115,24 +116,28 @@ void RecordSet::RequireRow() const {
 
 qint64 RecordSet::RowId() const {
     RequireRow();
-    return rows_->getColumn(0).getInt64();
+    return rows_->statement.getColumn(0).getInt64();
 }
 
 int RecordSet::Ordinal(QStringView field) const {
-    for (qsizetype i = 0; i < fields_.size(); ++i) {
-        if (field.compare(fields_[i], Qt::CaseInsensitive) == 0)
-            return int(i);
+    for (int i = 0; i < FieldCount(); ++i) {
+        if (field.compare(FieldName(i), Qt::CaseInsensitive) == 0)
+            return i;
     }
     throw RuntimeError(ErrorNumber::ItemNotInCollection).InFile(database_.Path()).InField(field.toString());
 }
 
-QString RecordSet::Text(int ordinal) const {
-    RequireRow();
-    if (ordinal < 0 || ordinal >= fields_.size())
+void RecordSet::RequireField(int ordinal) const {
+    if (ordinal < 0 || ordinal >= FieldCount())
         throw RuntimeError(ErrorNumber::ItemNotInCollection)
             .InFile(database_.Path())
-            .InField(QString::number(ordinal));
-    const SQLite::Column column = rows_->getColumn(ordinal + 1);
+            .InField(table_ + u'.' + QString::number(ordinal));
+}
+
+QString RecordSet::Text(int ordinal) const {
+    RequireRow();
+    RequireField(ordinal);
+    const SQLite::Column column = rows_->statement.getColumn(ordinal + 1);
     return QString::fromUtf8(column.getText(), column.getBytes());
 }
 
@@ -149,11 +154,12 @@ std::int16_t RecordSet::Integer(QStringView field) const {
 
 SQLite::Statement& RecordSet::InsertStatement() {
     if (!insert_) {
-        QStringList marks(fields_.size(), QStringLiteral("?"));
+        const QStringList fields = rows_->columns.sliced(1);
+        const QStringList marks(fields.size(), QStringLiteral("?"));
         insert_ = database_.Prepare(QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)")
-                                        .arg(table_, fields_.join(u','), marks.join(u',')));
+                                        .arg(table_, fields.join(u','), marks.join(u',')));
     }
-    return *insert_;
+    return insert_->statement;
 }
 
 void RecordSet::AddNew() {
@@ -168,12 +174,9 @@ void RecordSet::Edit() {
 }
 
 void RecordSet::Put(int ordinal, const Value& value) {
-    if (ordinal < 0 || ordinal >= fields_.size())
-        throw RuntimeError(ErrorNumber::ItemNotInCollection)
-            .InFile(database_.Path())
-            .InField(QString::number(ordinal));
+    RequireField(ordinal);
     if (change_ == Change::Add)
-        Bind(*insert_, ordinal + 1, value);
+        Bind(insert_->statement, ordinal + 1, value);
     else if (change_ == Change::Edit)
         edited_.emplace_back(ordinal, value);
     else
@@ -181,10 +184,11 @@ void RecordSet::Put(int ordinal, const Value& value) {
 }
 
 void RecordSet::Set(int ordinal, QStringView text) {
+    RequireField(ordinal);
     if (text.size() > LongestText)
         throw RuntimeError(ErrorNumber::TextTooLong)
             .InFile(database_.Path())
-            .InField(ordinal >= 0 && ordinal < fields_.size() ? table_ + u'.' + fields_[ordinal] : table_);
+            .InField(table_ + u'.' + FieldName(ordinal));
     const QByteArray bytes = text.toUtf8();
     Put(ordinal, std::string(bytes.constData(), size_t(bytes.size())));
 }
@@ -206,7 +210,7 @@ void RecordSet::Run(SQLite::Statement& statement) {
 void RecordSet::Update() {
     const Change change = std::exchange(change_, Change::None);
     if (change == Change::Add) {
-        Run(*insert_);
+        Run(insert_->statement);
         return;
     }
     if (change == Change::None)
@@ -215,21 +219,21 @@ void RecordSet::Update() {
         return;
     QStringList assignments;
     for (const auto& [ordinal, value] : edited_)
-        assignments << fields_[ordinal] + QStringLiteral("=?");
-    const std::shared_ptr<SQLite::Statement> update = database_.Prepare(
+        assignments << FieldName(ordinal) + QStringLiteral("=?");
+    const std::shared_ptr<PreparedStatement> update = database_.Prepare(
         QStringLiteral("UPDATE %1 SET %2 WHERE rowid=?").arg(table_, assignments.join(u',')));
     int index = 1;
     for (const auto& [ordinal, value] : edited_)
-        Bind(*update, index++, value);
-    update->bind(index, int64_t(RowId()));
-    Run(*update);
+        Bind(update->statement, index++, value);
+    update->statement.bind(index, int64_t(RowId()));
+    Run(update->statement);
 }
 
 void RecordSet::Delete() {
-    const std::shared_ptr<SQLite::Statement> statement =
+    const std::shared_ptr<PreparedStatement> prepared =
         database_.Prepare(QStringLiteral("DELETE FROM %1 WHERE rowid=?").arg(table_));
-    statement->bind(1, int64_t(RowId()));
-    Run(*statement);
+    prepared->statement.bind(1, int64_t(RowId()));
+    Run(prepared->statement);
 }
 
 } // namespace velmo

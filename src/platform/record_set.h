@@ -64,7 +64,10 @@ private:
     void Step();
     void RequireRow() const;
     qint64 RowId() const;
+    int FieldCount() const { return int(rows_->columns.size()) - 1; }
+    const QString& FieldName(int ordinal) const { return rows_->columns[ordinal + 1]; }
     int Ordinal(QStringView field) const;
+    void RequireField(int ordinal) const;
     void Put(int ordinal, const Value& value);
     void Run(SQLite::Statement& statement);
     SQLite::Statement& InsertStatement();
@@ -76,9 +79,8 @@ private:
     std::optional<Value> argument_;
     // The statement that is walked: the whole set, or what FindFirst looks for. Column 0 is the row's
     // identity.
-    std::shared_ptr<SQLite::Statement> rows_;
-    std::shared_ptr<SQLite::Statement> insert_;
-    QStringList fields_;
+    std::shared_ptr<PreparedStatement> rows_;
+    std::shared_ptr<PreparedStatement> insert_;
     bool onRow_ = false;
     Change change_ = Change::None;
     // The fields that an Edit changes, stored together by Update.

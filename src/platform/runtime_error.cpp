@@ -48,6 +48,8 @@ QString Meaning(ErrorNumber number) {
         return QStringLiteral("データベースの操作に失敗しました。");
     case ErrorNumber::ElementNotFound:
         return QStringLiteral("要素が見つかりません。");
+    case ErrorNumber::KeyNotUnique:
+        return QStringLiteral("キーがほかの要素と重複しています。");
     }
     return {};
 }

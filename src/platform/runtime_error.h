@@ -29,6 +29,7 @@ enum class ErrorNumber {
     NotADatabase = 3343,
     DatabaseFailed = 3197,
     ElementNotFound = 35601,
+    KeyNotUnique = 35602,
 };
 
 // A failure that nothing handles: a number and what caused it. One place turns it into Japanese (ErrorText).

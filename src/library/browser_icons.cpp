@@ -1,0 +1,39 @@
+#include "library/browser_icons.h"
+
+// A static library's resources are not registered by themselves; outside any namespace, as the macro demands.
+static void RegisterLibraryIcons() {
+    Q_INIT_RESOURCE(library_icons);
+}
+
+namespace velmo {
+
+namespace {
+
+QIcon Icon(const char* name) {
+    RegisterLibraryIcons();
+    return QIcon(QStringLiteral(":/library/icons/%1.svg").arg(QLatin1String(name)));
+}
+
+} // namespace
+
+QIcon FolderOpenIcon() {
+    return Icon("folder_open");
+}
+
+QIcon FolderClosedIcon() {
+    return Icon("folder_closed");
+}
+
+QIcon SymbolIcon() {
+    return Icon("symbol");
+}
+
+QIcon OpenIcon() {
+    return Icon("open");
+}
+
+QIcon CancelIcon() {
+    return Icon("cancel");
+}
+
+} // namespace velmo

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QIcon>
+
+namespace velmo {
+
+// The pictures of the library windows.
+QIcon FolderOpenIcon();
+QIcon FolderClosedIcon();
+QIcon SymbolIcon();
+QIcon OpenIcon();
+QIcon CancelIcon();
+
+} // namespace velmo

@@ -1,0 +1,180 @@
+#include "library/category_tree.h"
+
+#include "library/browser_icons.h"
+#include "library/category_keys.h"
+#include "platform/guarded.h"
+
+#include <QScopeGuard>
+#include <QScopedValueRollback>
+
+namespace velmo {
+
+namespace {
+
+// Images of the tree.
+constexpr int OpenFolder = 1;
+constexpr int ClosedFolder = 2;
+
+// How many categories on the way to the selected one are remembered.
+constexpr size_t LongestWay = 21;
+
+const QString PathSeparator = QStringLiteral(" － ");
+
+} // namespace
+
+CategoryTree::CategoryTree(KeyedTree& view, GlobalState& state, MessageBoxes& messages)
+    : view_(view), state_(state), messages_(messages) {
+    view_.Nodes().SetImages({FolderOpenIcon(), FolderClosedIcon()});
+    const auto guarded = [this](void (CategoryTree::*action)(const QString&)) {
+        return [this, action](const QString& key) {
+            RunGuarded(messages_, view_.window(), [&] { (this->*action)(key); });
+        };
+    };
+    connect(&view_, &KeyedTree::NodeExpanded, this, guarded(&CategoryTree::Expand));
+    connect(&view_, &KeyedTree::NodeCollapsed, this, guarded(&CategoryTree::Collapse));
+    connect(&view_, &KeyedTree::NodeClicked, this, guarded(&CategoryTree::NodeClick));
+}
+
+void CategoryTree::BuildCategoryTree() {
+    const QScopedValueRollback<bool> busy(busy_, true);
+    // The view keeps its place and the focus while nothing of the filling is seen.
+    view_.setUpdatesEnabled(false);
+    const auto show = qScopeGuard([this] { view_.setUpdatesEnabled(true); });
+    view_.Nodes().Clear();
+    AddRoot(false);
+    if (state_.RunMode == run_mode::UserLibrary)
+        AddSystemRoot();
+}
+
+void CategoryTree::AddRoot(bool systemTree) {
+    Category root;
+    {
+        Database database(DatabasePath(systemTree), Database::Access::Read);
+        root = ReadCategory(RootCategories(database));
+    }
+    const QString key = CategoryKey(systemTree, root.id);
+    view_.Nodes().Add({}, {NewNode{key, root.name, OpenFolder, {}}});
+    LoadLevel(systemTree, root.id);
+    view_.SetExpanded(key, true);
+}
+
+void CategoryTree::AddSystemRoot() {
+    AddRoot(true);
+}
+
+void CategoryTree::RestoreSelection() {
+    const QScopedValueRollback<bool> busy(busy_, true);
+    view_.setUpdatesEnabled(false);
+    const auto show = qScopeGuard([this] { view_.setUpdatesEnabled(true); });
+    const std::vector<int> way = WayToCurrent();
+    for (auto id = way.rbegin(); id != way.rend(); ++id) {
+        if (state_.SystemTreeFirst)
+            LoadSystemChildren(*id);
+        else
+            LoadChildren(*id);
+        const QString key = CategoryKey(state_.SystemTreeFirst, *id);
+        if (!view_.FirstChildKey(key).isEmpty())
+            view_.SetExpanded(key, true);
+        view_.Nodes().SetImage(key, OpenFolder);
+    }
+    if (way.empty())
+        state_.CurFolderID = 1;
+    view_.Select(CategoryKey(state_.SystemTreeFirst, way.empty() ? 1 : way.front()));
+}
+
+// The categories from CurFolderID up to the one below the root; empty when it is a root or gone.
+std::vector<int> CategoryTree::WayToCurrent() const {
+    std::vector<int> way;
+    Database database(DatabasePath(state_.SystemTreeFirst), Database::Access::Read);
+    if (CategoryWithId(database, state_.CurFolderID).Eof())
+        return way;
+    Category category = ReadCategory(CategoryWithId(database, state_.CurFolderID));
+    while (category.parentId != 0 && way.size() < LongestWay) {
+        way.push_back(category.id);
+        category = ReadCategory(CategoryWithId(database, category.parentId));
+    }
+    return way;
+}
+
+void CategoryTree::LoadChildren(int id) {
+    LoadLevel(false, id);
+}
+
+void CategoryTree::LoadSystemChildren(int id) {
+    LoadLevel(true, id);
+}
+
+void CategoryTree::LoadLevel(bool systemTree, int id) {
+    const QString parent = CategoryKey(systemTree, id);
+    const QString placeholder = systemTree ? SystemPlaceholder : LibraryPlaceholder;
+    const QString first = view_.FirstChildKey(parent);
+    if (!first.isEmpty() && !first.startsWith(placeholder))
+        return;
+
+    std::vector<NewNode> children;
+    Database database(DatabasePath(systemTree), Database::Access::Read);
+    for (RecordSet rows = ChildCategories(database, id); !rows.Eof(); rows.MoveNext()) {
+        const int childId = rows.Integer(u"ID");
+        NewNode child{CategoryKey(systemTree, childId), rows.Text(u"foldername"), ClosedFolder, {}};
+        const RecordSet grandchildren = ChildCategories(database, childId);
+        if (!grandchildren.Eof())
+            child.children.push_back({placeholder + grandchildren.Text(u"ID"),
+                                      grandchildren.Text(u"foldername"),
+                                      ClosedFolder,
+                                      {}});
+        children.push_back(std::move(child));
+    }
+    if (!first.isEmpty())
+        view_.Nodes().Remove(first);
+    view_.Nodes().Add(parent, children);
+}
+
+void CategoryTree::Expand(const QString& key) {
+    if (busy_)
+        return;
+    const QScopedValueRollback<bool> busy(busy_, true);
+    if (IsSystemKey(key))
+        LoadSystemChildren(CategoryIdOf(key));
+    else
+        LoadChildren(CategoryIdOf(key));
+    view_.Nodes().SetImage(key, OpenFolder);
+}
+
+void CategoryTree::Collapse(const QString& key) {
+    if (!busy_)
+        view_.Nodes().SetImage(key, ClosedFolder);
+}
+
+void CategoryTree::NodeClick(const QString& key) {
+    if (busy_)
+        return;
+    const QString before = CategoryKey(state_.SystemTreeFirst, state_.CurFolderID);
+    if (view_.Nodes().Contains(before) && !view_.IsExpanded(before))
+        view_.Nodes().SetImage(before, ClosedFolder);
+    if (view_.IsExpanded(key) || view_.FirstChildKey(key).isEmpty())
+        view_.Nodes().SetImage(key, OpenFolder);
+    state_.CurFolderID = CategoryIdOf(key);
+    state_.SystemTreeFirst = IsSystemKey(key);
+    Q_EMIT CategoryChosen();
+}
+
+QString CategoryTree::PathText() const {
+    QString path = state_.CurFolderName;
+    const QString firstRoot = view_.FirstKey();
+    QString key = view_.SelectedKey();
+    if (key.isEmpty())
+        return path;
+    for (key = view_.ParentKey(key); !key.isEmpty(); key = view_.ParentKey(key)) {
+        // The first root's own name appears only where a second one stands beside it.
+        if (key == firstRoot && state_.RunMode != run_mode::UserLibrary)
+            break;
+        path.prepend(view_.Text(key) + PathSeparator);
+    }
+    return path;
+}
+
+const QString& CategoryTree::DatabasePath(bool systemTree) const {
+    return systemTree ? state_.SystemDb : state_.LibraryDb;
+}
+
+} // namespace velmo

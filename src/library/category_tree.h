@@ -1,0 +1,50 @@
+#pragma once
+
+#include "library/library_database.h"
+#include "platform/keyed_tree.h"
+#include "platform/message_boxes.h"
+#include "startup/global_state.h"
+
+namespace velmo {
+
+// Fills the tree of categories from the library databases, level by level as the user opens it, and keeps the
+// selected category in the state.
+class CategoryTree : public QObject {
+    Q_OBJECT
+
+public:
+    CategoryTree(KeyedTree& view, GlobalState& state, MessageBoxes& messages);
+
+    // Builds the whole tree anew. Throws 3021 when a library has no root category.
+    void BuildCategoryTree();
+    // Opens the way to CurFolderID and selects its node; a category that is gone or a root gives category 1.
+    // Throws 35601 when the tree has no such node.
+    void RestoreSelection();
+
+    // The names on the way to the selected category.
+    QString PathText() const;
+
+Q_SIGNALS:
+    // The user chose a category; CurFolderID and SystemTreeFirst name it.
+    void CategoryChosen();
+
+private:
+    void AddRoot(bool systemTree);
+    void AddSystemRoot();
+    void LoadChildren(int id);
+    void LoadSystemChildren(int id);
+    void LoadLevel(bool systemTree, int id);
+    void Expand(const QString& key);
+    void Collapse(const QString& key);
+    void NodeClick(const QString& key);
+    const QString& DatabasePath(bool systemTree) const;
+    std::vector<int> WayToCurrent() const;
+
+    KeyedTree& view_;
+    GlobalState& state_;
+    MessageBoxes& messages_;
+    // The tree is being filled: expanding and collapsing are not the user's.
+    bool busy_ = false;
+};
+
+} // namespace velmo

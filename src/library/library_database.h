@@ -1,0 +1,45 @@
+#pragma once
+
+#include "platform/record_set.h"
+
+#include <optional>
+#include <vector>
+
+namespace velmo {
+
+// A category: a row of FolderTable.
+struct Category {
+    std::int16_t id = 0;
+    std::int16_t parentId = 0;
+    QString name;
+    // Relative to the home folder; may be empty.
+    QString slide;
+};
+
+// An entry of a category: a row of PDFFileTable. Files are relative to the home folder.
+struct Entry {
+    std::int16_t id = 0;
+    QString name;
+    QString file;
+    QString slide;
+};
+
+// Makes an empty library database at a stored path; there must be no file of that name.
+void CreateLibraryFile(const QString& path);
+
+// What the windows ask a library database, each statement once. Rows come in the order they were added.
+RecordSet RootCategories(Database& database);
+RecordSet CategoryWithId(Database& database, int id);
+RecordSet ChildCategories(Database& database, int parentId);
+RecordSet EntriesOf(Database& database, int folderId);
+// The entries of a category that bear a name. A quote in the name breaks the statement (error 3075).
+RecordSet EntriesNamed(Database& database, const QString& name, int folderId);
+
+// The current row; throws 3021 when there is none.
+Category ReadCategory(const RecordSet& row);
+Entry ReadEntry(const RecordSet& row);
+
+// The criterion that finds an entry by its file, relative to the home folder.
+QString EntryFileCriterion(const QString& file);
+
+} // namespace velmo

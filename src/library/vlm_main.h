@@ -1,0 +1,73 @@
+#pragma once
+
+#include "library/category_tree.h"
+#include "library/entry_list.h"
+#include "library/library_files.h"
+#include "platform/message_boxes.h"
+#include "platform/modal_window.h"
+#include "platform/settings_store.h"
+#include "startup/global_state.h"
+
+#include <QLabel>
+
+#include <functional>
+
+namespace velmo {
+
+class SlideView;
+
+// The library browser: the category tree with the category's slide, the entries of a category with the slide
+// of the chosen one; hands the chosen symbol to the variable window.
+class VLM_MAIN : public ModalWindow {
+    Q_OBJECT
+
+public:
+    // Shows the variable window on SymbolFile until it closes; its cancel calls ForgetOpened.
+    using ShowVariableWindow = std::function<void(VLM_MAIN& browser)>;
+
+    VLM_MAIN(GlobalState& state, SettingsStore& settings, MessageBoxes& messages,
+             ShowVariableWindow showVariableWindow);
+
+    // Opens the libraries, fills the tree and restores what was chosen last. Every failure ends the program.
+    // False when the user stopped the making of a library; the window must not be shown then.
+    bool Load();
+
+    // Nothing is saved when the window closes, until the next Open.
+    void ForgetOpened() { opened_ = false; }
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void BuildControls();
+    void BuildPanes();
+    void BuildMenus();
+    void OpenOrCreateLibraries();
+    void RestorePlace();
+    void ShowCategory(EntryList::Restore restore);
+    void OpenSymbol();
+    void CancelBrowser();
+    void SaveOnClose();
+
+    GlobalState& state_;
+    SettingsStore& settings_;
+    MessageBoxes& messages_;
+    ShowVariableWindow showVariableWindow_;
+
+    KeyedTree* VlmTreeView_ = nullptr;
+    SlideView* VlmTreeSlide_ = nullptr;
+    SlideView* VlmPDFSlide_ = nullptr;
+    QListView* VlmPdfList_ = nullptr;
+    QLabel* pathPanel_ = nullptr;
+    CategoryTree* tree_ = nullptr;
+    EntryList* entries_ = nullptr;
+
+    // The window was left through Open: its place and the choices are saved when it closes.
+    bool opened_ = false;
+    // The slide was double-clicked; the release of the button opens the symbol.
+    bool slideArmed_ = false;
+};
+
+} // namespace velmo

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "platform/keyed_tree_model.h"
+
+#include <QTreeView>
+
+namespace velmo {
+
+// A tree whose nodes are addressed by their keys. Everything that takes a key throws 35601 when no node has
+// it.
+class KeyedTree : public QTreeView {
+    Q_OBJECT
+
+public:
+    explicit KeyedTree(QWidget* parent = nullptr);
+
+    KeyedTreeModel& Nodes() { return *model_; }
+    const KeyedTreeModel& Nodes() const { return *model_; }
+
+    QString Text(const QString& key) const;
+    // The key of a node's parent, or empty for a node of the top level.
+    QString ParentKey(const QString& key) const;
+    // The key of the first node of the tree, or of a node's first child; empty when there is none.
+    QString FirstKey() const;
+    QString FirstChildKey(const QString& key) const;
+
+    void SetExpanded(const QString& key, bool expanded);
+    bool IsExpanded(const QString& key) const;
+
+    // Makes a node the selected one and scrolls to it, without NodeClicked.
+    void Select(const QString& key);
+    QString SelectedKey() const;
+
+Q_SIGNALS:
+    // The user chose a node, with the mouse or the keyboard; the node chosen before may be chosen again.
+    void NodeClicked(const QString& key);
+    void NodeExpanded(const QString& key);
+    void NodeCollapsed(const QString& key);
+
+protected:
+    void mousePressEvent(QMouseEvent* event) override;
+    void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
+
+private:
+    KeyedTreeModel* model_;
+    bool selecting_ = false;
+    // The mouse press under way has been told already.
+    bool told_ = false;
+};
+
+} // namespace velmo

@@ -1,0 +1,257 @@
+#include "platform/slide_painter.h"
+
+#include "platform/slide_colour.h"
+#include "platform/slide_fit.h"
+#include "platform/slide_format.h"
+
+#include <QPen>
+#include <QPolygon>
+
+#include <algorithm>
+#include <cmath>
+#include <optional>
+
+namespace velmo {
+
+namespace {
+
+// Shapes are cut at this distance around what is visible, before a coordinate can grow too large for the
+// device.
+constexpr int reach = 4096;
+
+// Up to this many lines of one pixel are antialiased, which takes about 10 ms; wide ones cost by their area.
+constexpr std::size_t mostSmoothLines = 20000;
+
+// Whether a drawing has so few lines that antialiasing them takes no time.
+bool IsSmooth(const SlideDrawing& drawing, int penWidth) {
+    const auto width = static_cast<std::size_t>(penWidth);
+    return drawing.Lines().size() <= mostSmoothLines / (width * width);
+}
+
+// Rounds down a coordinate that a device can have; a library call for each would take longer than painting.
+int Floor(double coordinate) {
+    constexpr int bias = 1 << 24;
+    return static_cast<int>(coordinate + bias) - bias;
+}
+
+// The part of a line within area; false when there is none.
+bool ClipLine(QLineF& line, const QRectF& area) {
+    double begin = 0;
+    double end = 1;
+    const auto cut = [&](double step, double room) {
+        // Within a border as far as step * t <= room.
+        if (step == 0)
+            return room >= 0;
+        const double at = room / step;
+        if (step > 0)
+            end = std::min(end, at);
+        else
+            begin = std::max(begin, at);
+        return begin <= end;
+    };
+    const bool found = cut(-line.dx(), line.x1() - area.left()) && cut(line.dx(), area.right() - line.x1()) &&
+                       cut(-line.dy(), line.y1() - area.top()) && cut(line.dy(), area.bottom() - line.y1());
+    if (found)
+        line = QLineF(line.pointAt(begin), line.pointAt(end));
+    return found;
+}
+
+// The part of a polygon on the inner side of one border: distance is above 0 outside.
+template <typename Distance>
+QPolygonF ClipAtBorder(const QPolygonF& corners, Distance distance) {
+    QPolygonF inside;
+    for (qsizetype i = 0; i < corners.size(); ++i) {
+        const QPointF from = corners[i];
+        const QPointF to = corners[(i + 1) % corners.size()];
+        const double fromDistance = distance(from);
+        const double toDistance = distance(to);
+        if (fromDistance <= 0)
+            inside.append(from);
+        if ((fromDistance <= 0) != (toDistance <= 0))
+            inside.append(from + (to - from) * (fromDistance / (fromDistance - toDistance)));
+    }
+    return inside;
+}
+
+QPolygonF ClipPolygon(QPolygonF corners, const QRectF& area) {
+    corners = ClipAtBorder(corners, [&](QPointF p) { return area.left() - p.x(); });
+    corners = ClipAtBorder(corners, [&](QPointF p) { return p.x() - area.right(); });
+    corners = ClipAtBorder(corners, [&](QPointF p) { return area.top() - p.y(); });
+    return ClipAtBorder(corners, [&](QPointF p) { return p.y() - area.bottom(); });
+}
+
+class SlidePainter {
+public:
+    SlidePainter(QPainter& painter, const Slide& slide, const QRect& device, const SlidePaint& paint)
+        : painter_(painter),
+          drawing_(slide.drawing),
+          fit_(slide, device),
+          paint_(paint),
+          reach_(fit_.Visible().adjusted(-reach, -reach, reach, reach)),
+          inReach_(reach_.contains(Exact(drawing_.Bounds().topLeft())) &&
+                   reach_.contains(Exact(drawing_.Bounds().bottomRight()))),
+          smooth_(IsSmooth(drawing_, paint.penWidth)),
+          whole_(paint.penWidth % 2 == 0 ? 0.5 : 0.0) {}
+
+    void Paint();
+
+private:
+    void PaintPolygons(const QColor& colour, std::size_t begin, std::size_t end);
+    void PaintPolygon(std::span<const QPoint> corners);
+    void PaintLines(const QColor& colour, std::span<const QLine> lines);
+    void PaintSmoothLines(std::span<const QLine> lines);
+    void PaintDots(const QColor& colour, std::span<const QPoint> dots);
+
+    QPen Pen(const QColor& colour, int width) const;
+    QPointF Exact(QPoint dot) const { return {fit_.X(dot.x()), fit_.Y(dot.y())}; }
+    // The line on the device, cut where it goes too far; nothing when all of it does.
+    std::optional<QLineF> Exact(const QLine& line) const;
+    // The pixel under a coordinate; for a pen of even width the border between two pixels next to it.
+    int Snap(double coordinate) const { return Floor(coordinate + whole_); }
+    QPoint Snap(QPointF point) const { return {Snap(point.x()), Snap(point.y())}; }
+
+    QPainter& painter_;
+    const SlideDrawing& drawing_;
+    SlideFit fit_;
+    SlidePaint paint_;
+    QRectF reach_;
+    bool inReach_; // nothing needs to be cut
+    bool smooth_;
+    double whole_;
+    std::vector<QLine> edges_;
+    std::vector<QLine> lines_;
+    std::vector<QLineF> smoothLines_;
+    std::vector<QRect> dots_;
+};
+
+void SlidePainter::Paint() {
+    painter_.save();
+    painter_.setClipRect(fit_.Visible());
+    SlideRun begin;
+    for (const SlideRun& run : drawing_.Runs()) {
+        const QColor colour =
+            run.colour == slide_format::background ? paint_.ground : QColor::fromRgb(SlideColour(run.colour));
+        if (run.polygonEnd > begin.polygonEnd)
+            PaintPolygons(colour, begin.polygonEnd, run.polygonEnd);
+        if (run.lineEnd > begin.lineEnd)
+            PaintLines(colour, drawing_.Lines().subspan(begin.lineEnd, run.lineEnd - begin.lineEnd));
+        if (run.dotEnd > begin.dotEnd)
+            PaintDots(colour, drawing_.Dots().subspan(begin.dotEnd, run.dotEnd - begin.dotEnd));
+        begin = run;
+    }
+    painter_.restore();
+}
+
+// A polygon covers its edges too, one dot wide: many have no area at all. Without antialiasing, because
+// shapes are cut into neighbouring triangles and smooth edges would leave seams between them.
+void SlidePainter::PaintPolygons(const QColor& colour, std::size_t begin, std::size_t end) {
+    edges_.clear();
+    painter_.setRenderHint(QPainter::Antialiasing, false);
+    painter_.setPen(Qt::NoPen);
+    painter_.setBrush(colour);
+    for (std::size_t i = begin; i < end; ++i)
+        PaintPolygon(drawing_.Polygon(i));
+    const int dot = static_cast<int>(std::min({fit_.DotWidth(), fit_.DotHeight(), 1.0 * reach}));
+    painter_.setPen(Pen(colour, std::max(paint_.penWidth, dot)));
+    painter_.drawLines(edges_.data(), static_cast<int>(edges_.size()));
+}
+
+void SlidePainter::PaintPolygon(std::span<const QPoint> corners) {
+    QPolygonF exact;
+    exact.reserve(static_cast<qsizetype>(corners.size()));
+    for (const QPoint corner : corners)
+        exact.append(Exact(corner));
+    if (!inReach_)
+        exact = ClipPolygon(std::move(exact), reach_);
+    if (exact.isEmpty())
+        return;
+    QPolygon polygon;
+    polygon.reserve(exact.size());
+    for (const QPointF corner : exact)
+        polygon.append(Snap(corner));
+    for (qsizetype i = 0; i < polygon.size(); ++i)
+        edges_.emplace_back(polygon[i], polygon[(i + 1) % polygon.size()]);
+    if (polygon.size() == 3)
+        painter_.drawConvexPolygon(polygon);
+    else
+        painter_.drawPolygon(polygon, Qt::OddEvenFill);
+}
+
+void SlidePainter::PaintLines(const QColor& colour, std::span<const QLine> lines) {
+    painter_.setPen(Pen(colour, paint_.penWidth));
+    painter_.setRenderHint(QPainter::Antialiasing, smooth_);
+    if (smooth_) {
+        PaintSmoothLines(lines);
+        return;
+    }
+    lines_.clear();
+    lines_.reserve(lines.size());
+    for (const QLine& line : lines) {
+        if (const std::optional<QLineF> exact = Exact(line))
+            lines_.emplace_back(Snap(exact->p1()), Snap(exact->p2()));
+    }
+    painter_.drawLines(lines_.data(), static_cast<int>(lines_.size()));
+}
+
+// Horizontal and vertical lines fill whole pixels, others keep their exact direction.
+void SlidePainter::PaintSmoothLines(std::span<const QLine> lines) {
+    const double half = paint_.penWidth % 2 == 0 ? 0.0 : 0.5;
+    smoothLines_.clear();
+    smoothLines_.reserve(lines.size());
+    for (const QLine& line : lines) {
+        const std::optional<QLineF> exact = Exact(line);
+        if (!exact)
+            continue;
+        if (line.dx() == 0 || line.dy() == 0)
+            smoothLines_.push_back(QLineF(Snap(exact->p1()), Snap(exact->p2())).translated(half, half));
+        else
+            smoothLines_.push_back(*exact);
+    }
+    painter_.drawLines(smoothLines_.data(), static_cast<int>(smoothLines_.size()));
+}
+
+// When enlarged, dots grow and still touch their neighbours, so that pictures made of dots stay closed.
+void SlidePainter::PaintDots(const QColor& colour, std::span<const QPoint> dots) {
+    const auto extent = [this](double middle, double size) {
+        if (size <= paint_.penWidth)
+            return std::pair(Snap(middle) - paint_.penWidth / 2, paint_.penWidth);
+        const auto begin = static_cast<int>(std::lround(middle - size / 2));
+        return std::pair(begin, static_cast<int>(std::lround(middle + size / 2)) - begin);
+    };
+    dots_.clear();
+    dots_.reserve(dots.size());
+    for (const QPoint dot : dots) {
+        const QPointF middle = Exact(dot);
+        if (!inReach_ && !reach_.contains(middle))
+            continue;
+        const auto [left, width] = extent(middle.x(), fit_.DotWidth());
+        const auto [top, height] = extent(middle.y(), fit_.DotHeight());
+        dots_.emplace_back(left, top, width, height);
+    }
+    painter_.setRenderHint(QPainter::Antialiasing, false);
+    painter_.setPen(Qt::NoPen);
+    painter_.setBrush(colour);
+    painter_.drawRects(dots_.data(), static_cast<int>(dots_.size()));
+}
+
+std::optional<QLineF> SlidePainter::Exact(const QLine& line) const {
+    QLineF exact(Exact(line.p1()), Exact(line.p2()));
+    if (!inReach_ && !ClipLine(exact, reach_))
+        return std::nullopt;
+    return exact;
+}
+
+QPen SlidePainter::Pen(const QColor& colour, int width) const {
+    // A square cap shows lines that have no length on the screen.
+    return {colour, static_cast<double>(width), Qt::SolidLine, Qt::SquareCap, Qt::BevelJoin};
+}
+
+} // namespace
+
+void PaintSlide(QPainter& painter, const Slide& slide, const QRect& device, const SlidePaint& paint) {
+    if (slide.drawing.IsEmpty() || device.isEmpty())
+        return;
+    SlidePainter(painter, slide, device, paint).Paint();
+}
+
+} // namespace velmo

@@ -1,0 +1,53 @@
+#include "library/vlm_main.h"
+#include "platform/guarded.h"
+#include "startup/load_settings.h"
+#include "variables/vlm_vedt.h"
+
+#include <QApplication>
+#include <QLibraryInfo>
+#include <QTranslator>
+
+namespace velmo {
+
+namespace {
+
+void ShowVariableWindow(GlobalState& state, SettingsStore& settings, MessageBoxes& messages,
+                        VLM_MAIN* browser) {
+    VLM_VEDT window(state, settings, messages);
+    if (browser)
+        QObject::connect(&window, &VLM_VEDT::Cancelled, browser, &VLM_MAIN::ForgetOpened);
+    window.Load();
+    window.ShowModal();
+}
+
+// One window is shown; when it closes, the program ends.
+void Main(GlobalState& state, SettingsStore& settings, MessageBoxes& messages) {
+    LoadSettings(state, settings);
+    if (!state.SymbolFile.isEmpty()) {
+        ShowVariableWindow(state, settings, messages, nullptr);
+        return;
+    }
+    VLM_MAIN browser(state, settings, messages,
+                     [&](VLM_MAIN& self) { ShowVariableWindow(state, settings, messages, &self); });
+    if (browser.Load())
+        browser.ShowModal();
+}
+
+} // namespace
+
+} // namespace velmo
+
+int main(int argc, char** argv) {
+    QApplication application(argc, argv);
+    // The windows' own loops end the program, not the last window that happens to be visible.
+    QApplication::setQuitOnLastWindowClosed(false);
+    QTranslator standardButtons;
+    if (standardButtons.load(QStringLiteral("qtbase_ja"), QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        QApplication::installTranslator(&standardButtons);
+
+    velmo::MessageBoxes messages;
+    velmo::SettingsStore settings;
+    velmo::GlobalState state;
+    velmo::RunGuarded(messages, nullptr, [&] { velmo::Main(state, settings, messages); });
+    return velmo::RequestedExitStatus();
+}

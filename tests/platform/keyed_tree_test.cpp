@@ -1,0 +1,105 @@
+#include "platform/keyed_tree.h"
+
+#include "platform/runtime_error.h"
+
+#include <QAbstractItemModelTester>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+namespace velmo {
+namespace {
+
+class KeyedTreeTest : public testing::Test {
+protected:
+    KeyedTreeTest() : tester_(&tree_.Nodes(), QAbstractItemModelTester::FailureReportingMode::Fatal) {
+        tree_.Nodes().Add({}, {NewNode{"root", "Root", 1, {}}});
+        tree_.Nodes().Add("root", {NewNode{"a", "A", 2, {NewNode{"hint", "H", 2, {}}}}, NewNode{"b", "B", 2, {}}});
+        tree_.resize(200, 200);
+        tree_.show();
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(&tree_));
+        tree_.SetExpanded("root", true);
+    }
+
+    void Click(const QString& key) {
+        QTest::mouseClick(tree_.viewport(), Qt::LeftButton, Qt::NoModifier,
+                          tree_.visualRect(tree_.Nodes().Find(key)).center());
+    }
+
+    KeyedTree tree_;
+    QAbstractItemModelTester tester_;
+};
+
+TEST_F(KeyedTreeTest, NodesAreFoundByKey) {
+    EXPECT_EQ(tree_.Text("a"), "A");
+    EXPECT_EQ(tree_.ParentKey("a"), "root");
+    EXPECT_EQ(tree_.ParentKey("root"), "");
+    EXPECT_EQ(tree_.FirstKey(), "root");
+    EXPECT_EQ(tree_.FirstChildKey("a"), "hint");
+    EXPECT_EQ(tree_.FirstChildKey("b"), "");
+}
+
+TEST_F(KeyedTreeTest, UnknownKeysAndDoubleKeysAreErrors) {
+    try {
+        tree_.Select("nothing");
+        FAIL();
+    } catch (const RuntimeError& error) {
+        EXPECT_EQ(int(error.Number()), 35601);
+    }
+    try {
+        tree_.Nodes().Add("root", {NewNode{"a", "again", 0, {}}});
+        FAIL();
+    } catch (const RuntimeError& error) {
+        EXPECT_EQ(int(error.Number()), 35602);
+    }
+}
+
+TEST_F(KeyedTreeTest, RemovingTakesEverythingBelowAlong) {
+    tree_.Nodes().Remove("a");
+    EXPECT_FALSE(tree_.Nodes().Contains("a"));
+    EXPECT_FALSE(tree_.Nodes().Contains("hint"));
+    EXPECT_EQ(tree_.Nodes().Find("b").row(), 0);
+}
+
+TEST_F(KeyedTreeTest, AClickTellsTheNodeAlsoASecondTime) {
+    QSignalSpy clicks(&tree_, &KeyedTree::NodeClicked);
+    Click("b");
+    Click("b");
+    ASSERT_EQ(clicks.size(), 2);
+    EXPECT_EQ(clicks[1][0].toString(), "b");
+    EXPECT_EQ(tree_.SelectedKey(), "b");
+}
+
+TEST_F(KeyedTreeTest, AClickWithCtrlKeepsTheSelection) {
+    Click("b");
+    QTest::mouseClick(tree_.viewport(), Qt::LeftButton, Qt::ControlModifier,
+                      tree_.visualRect(tree_.Nodes().Find("b")).center());
+    EXPECT_EQ(tree_.SelectedKey(), "b");
+}
+
+TEST_F(KeyedTreeTest, TheKeyboardChoosesAsTheMouseDoes) {
+    tree_.Select("root");
+    QSignalSpy clicks(&tree_, &KeyedTree::NodeClicked);
+    QTest::keyClick(&tree_, Qt::Key_Down);
+    ASSERT_EQ(clicks.size(), 1);
+    EXPECT_EQ(clicks[0][0].toString(), "a");
+}
+
+TEST_F(KeyedTreeTest, SelectingByTheProgramIsNoClick) {
+    QSignalSpy clicks(&tree_, &KeyedTree::NodeClicked);
+    tree_.Select("a");
+    EXPECT_EQ(clicks.size(), 0);
+    EXPECT_EQ(tree_.SelectedKey(), "a");
+}
+
+TEST_F(KeyedTreeTest, ExpandingIsTold) {
+    QSignalSpy expanded(&tree_, &KeyedTree::NodeExpanded);
+    tree_.SetExpanded("a", true);
+    ASSERT_EQ(expanded.size(), 1);
+    EXPECT_EQ(expanded[0][0].toString(), "a");
+    EXPECT_TRUE(tree_.IsExpanded("a"));
+}
+
+} // namespace
+} // namespace velmo

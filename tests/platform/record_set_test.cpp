@@ -1,0 +1,213 @@
+#include "platform/record_set.h"
+
+#include "platform/files.h"
+#include "platform/runtime_error.h"
+#include "support/temp_folder.h"
+
+#include <QFile>
+
+#include <gtest/gtest.h>
+
+namespace velmo {
+namespace {
+
+template <typename Action>
+ErrorNumber Failure(Action&& action) {
+    try {
+        action();
+    } catch (const RuntimeError& error) {
+        return error.Number();
+    }
+    ADD_FAILURE() << "no error";
+    return ErrorNumber::InvalidArgument;
+}
+
+class RecordSetTest : public testing::Test {
+protected:
+    RecordSetTest() : database_(Database::Create(folder_.Path("test.mdb"))) {
+        database_.Execute("CREATE TABLE T (ID COUNTER, Name TEXT, Number integer);");
+        for (const char* name : {"one", "two", "three"})
+            Add(QString::fromLatin1(name));
+    }
+
+    void Add(const QString& name) {
+        RecordSet rows(database_, "T");
+        rows.AddNew();
+        rows.Set(u"Name", name);
+        rows.SetNumber(u"number", name.size());
+        rows.Update();
+    }
+
+    QStringList Names(const QString& statement) {
+        QStringList names;
+        for (RecordSet rows(database_, statement); !rows.Eof(); rows.MoveNext())
+            names << rows.Text(u"Name");
+        return names;
+    }
+
+    TempFolder folder_;
+    Database database_;
+};
+
+TEST_F(RecordSetTest, WalksRowsInTheOrderTheyWereAdded) {
+    EXPECT_EQ(Names("SELECT * FROM T"), (QStringList{"one", "two", "three"}));
+    EXPECT_EQ(Names("T"), (QStringList{"one", "two", "three"}));
+    EXPECT_EQ(Names("SELECT * FROM T  WHERE Number=3;"), (QStringList{"one", "two"}));
+    EXPECT_EQ(Names("SELECT * FROM T WHERE Number=9"), QStringList());
+}
+
+TEST_F(RecordSetTest, AnEmptySetHasNoCurrentRow) {
+    RecordSet rows(database_, "SELECT * FROM T WHERE ID=", 99);
+    EXPECT_TRUE(rows.Eof());
+    EXPECT_EQ(Failure([&] { rows.Text(u"Name"); }), ErrorNumber::NoCurrentRecord);
+    EXPECT_EQ(Failure([&] { rows.MoveNext(); }), ErrorNumber::NoCurrentRecord);
+    EXPECT_EQ(Failure([&] { rows.Edit(); }), ErrorNumber::NoCurrentRecord);
+    EXPECT_EQ(Failure([&] { rows.Delete(); }), ErrorNumber::NoCurrentRecord);
+}
+
+TEST_F(RecordSetTest, CountersNumberFromOneAndNeverReuseANumber) {
+    RecordSet last(database_, "SELECT * FROM T WHERE ID=", 3);
+    EXPECT_EQ(last.Text(u"Name"), "three");
+    last.Delete();
+    Add("four");
+    EXPECT_EQ(database_.LastAddedId(), 4);
+    EXPECT_EQ(RecordSet(database_, "SELECT * FROM T WHERE ID=", 4).Text(u"Name"), "four");
+}
+
+TEST_F(RecordSetTest, FieldsAreFoundRegardlessOfCaseAndByOrdinal) {
+    const RecordSet rows(database_, "T");
+    EXPECT_EQ(rows.Text(u"NAME"), "one");
+    EXPECT_EQ(rows.Text(1), "one");
+    EXPECT_EQ(rows.Integer(u"number"), 3);
+    EXPECT_EQ(Failure([&] { rows.Text(u"Nothing"); }), ErrorNumber::ItemNotInCollection);
+    EXPECT_EQ(Failure([&] { rows.Text(3); }), ErrorNumber::ItemNotInCollection);
+}
+
+TEST_F(RecordSetTest, FindsFirstAndNext) {
+    RecordSet rows(database_, "T");
+    rows.FindFirst("Number = 3");
+    EXPECT_EQ(rows.Text(u"Name"), "one");
+    rows.FindNext();
+    EXPECT_EQ(rows.Text(u"Name"), "two");
+    rows.FindNext();
+    EXPECT_TRUE(rows.NoMatch());
+    rows.FindFirst("NUMBER = 99");
+    EXPECT_TRUE(rows.NoMatch());
+    rows.MoveFirst();
+    EXPECT_EQ(rows.Text(u"Name"), "one");
+}
+
+TEST_F(RecordSetTest, FindsWithinTheSetOnly) {
+    RecordSet rows(database_, "SELECT * FROM T WHERE Number=5 OR Number=3");
+    rows.FindFirst("Name = 'three' OR Name = 'nobody'");
+    EXPECT_EQ(rows.Text(u"Name"), "three");
+    RecordSet others(database_, "SELECT * FROM T WHERE Number=3");
+    others.FindFirst("Name = 'three'");
+    EXPECT_TRUE(others.NoMatch());
+}
+
+TEST_F(RecordSetTest, EditChangesTheCurrentRowOnly) {
+    RecordSet rows(database_, "T");
+    rows.FindFirst("ID = 2");
+    rows.Edit();
+    rows.Set(u"Name", u"TWO");
+    rows.SetNumber(u"Number", 22);
+    rows.Update();
+    EXPECT_EQ(Names("T"), (QStringList{"one", "TWO", "three"}));
+    EXPECT_EQ(Failure([&] { rows.Update(); }), ErrorNumber::NoCurrentRecord) << "each Update needs its Edit";
+}
+
+TEST_F(RecordSetTest, TextsHoldAtMost255Characters) {
+    Add(QString(255, u'あ'));
+    EXPECT_EQ(Failure([&] { Add(QString(256, u'a')); }), ErrorNumber::TextTooLong);
+    EXPECT_EQ(Names("T").size(), 4);
+}
+
+TEST_F(RecordSetTest, AQuoteInANameBreaksTheStatement) {
+    Add("it's");
+    EXPECT_EQ(RecordSet(database_, "SELECT * FROM T WHERE Name='", "two", "' AND Number=3").Integer(u"ID"), 2);
+    EXPECT_TRUE(RecordSet(database_, "SELECT * FROM T WHERE Name='", "TWO", "'").Eof());
+    EXPECT_EQ(Failure([&] { RecordSet rows(database_, "SELECT * FROM T WHERE Name='", "it's", "'"); }),
+              ErrorNumber::QuerySyntax);
+}
+
+TEST_F(RecordSetTest, ANumberBeyondSixteenBitsIsAnOverflow) {
+    RecordSet rows(database_, "T");
+    rows.Edit();
+    rows.SetNumber(u"Number", 40000);
+    rows.Update();
+    const RecordSet again(database_, "T");
+    EXPECT_EQ(Failure([&] { again.Integer(u"Number"); }), ErrorNumber::Overflow);
+}
+
+TEST_F(RecordSetTest, JapaneseTextComparesWithoutCaseKanaAndWidth) {
+    database_.Execute("CREATE TABLE J (Name TEXT COLLATE JAPANESE);");
+    {
+        RecordSet rows(database_, "J");
+        rows.AddNew();
+        rows.Set(u"Name", u"ボルト M10");
+        rows.Update();
+    }
+    for (const char16_t* same : {u"ボルト M10", u"ぼると m10", u"ﾎﾞﾙﾄ Ｍ１０"})
+        EXPECT_FALSE(RecordSet(database_, "SELECT * FROM J WHERE Name='", QString::fromUtf16(same), "'").Eof());
+    for (const char16_t* other : {u"ホルト M10", u"ボルトM10", u"ボルト M1"})
+        EXPECT_TRUE(RecordSet(database_, "SELECT * FROM J WHERE Name='", QString::fromUtf16(other), "'").Eof());
+}
+
+TEST_F(RecordSetTest, ATransactionCountsOnlyWhenCommitted) {
+    {
+        const Transaction transaction(database_);
+        Add("lost");
+    }
+    EXPECT_EQ(Names("T").size(), 3);
+    Transaction transaction(database_);
+    Add("kept");
+    transaction.Commit();
+    EXPECT_EQ(Names("T").size(), 4);
+}
+
+TEST_F(RecordSetTest, AnotherProgramsLockIsAnErrorThatNamesTheFile) {
+    Database other(folder_.Path("test.mdb"), Database::Access::Write);
+    other.Execute("BEGIN EXCLUSIVE");
+    try {
+        RecordSet rows(database_, "T");
+        FAIL();
+    } catch (const RuntimeError& error) {
+        EXPECT_EQ(error.Number(), ErrorNumber::DatabaseLocked);
+        EXPECT_EQ(error.File(), folder_.Path("test.mdb"));
+    }
+}
+
+TEST(Database, FilesThatAreNoDatabasesAreRefusedAndLeftAlone) {
+    const TempFolder folder;
+    const QByteArray bytes(5000, 'x');
+    folder.Write("no.mdb", bytes);
+    EXPECT_EQ(Failure([&] { Database database(folder.Path("no.mdb"), Database::Access::Write); }),
+              ErrorNumber::NotADatabase);
+    EXPECT_EQ(folder.Read("no.mdb"), bytes);
+    EXPECT_EQ(Failure([&] { Database database(folder.Path("none.mdb"), Database::Access::Read); }),
+              ErrorNumber::FileNotFound);
+    EXPECT_EQ(Failure([&] { Database::Create(folder.Path("none\\none.mdb")); }), ErrorNumber::PathNotFound);
+}
+
+TEST(Database, AMissingTableNamesTheFile) {
+    const TempFolder folder;
+    Database database = Database::Create(folder.Path("a.mdb"));
+    try {
+        RecordSet rows(database, "SELECT * FROM FolderTable");
+        FAIL();
+    } catch (const RuntimeError& error) {
+        EXPECT_EQ(error.Number(), ErrorNumber::TableNotFound);
+        EXPECT_EQ(error.File(), folder.Path("a.mdb"));
+    }
+}
+
+TEST(Database, ReadingLeavesAReadOnlyFileAlone) {
+    const TempFolder folder;
+    Database::Create(folder.Path("a.mdb")).Execute("CREATE TABLE T (ID COUNTER);");
+    Database database(folder.Path("A.MDB"), Database::Access::Read);
+    EXPECT_EQ(Failure([&] { database.Execute("INSERT INTO T VALUES (1)"); }), ErrorNumber::DatabaseReadOnly);
+}
+
+} // namespace
+} // namespace velmo

@@ -1,0 +1,178 @@
+#include "platform/slide_fit.h"
+#include "platform/slide_painter.h"
+#include "platform/slide_writer.h"
+#include "slide_images.h"
+#include "slide_samples.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+namespace velmo {
+namespace {
+
+QImage Painted(const Slide& slide, QSize size, int penWidth = 1) {
+    QImage image(size, QImage::Format_RGB32);
+    image.fill(ground);
+    QPainter painter(&image);
+    PaintSlide(painter, slide, image.rect(), {QColor::fromRgb(ground), penWidth});
+    return image;
+}
+
+QImage Painted(const SlideWriter& writer, QSize size, int penWidth = 1) {
+    return Painted(ReadSlide(writer.Bytes()), size, penWidth);
+}
+
+TEST(SlidePainter, DotsCloseUpWhenEnlarged) {
+    SlideWriter writer(400, 300);
+    for (int x = 100; x < 130; ++x) {
+        for (int y = 100; y < 120; ++y)
+            writer.AddDot({x, y});
+    }
+    for (const QSize size : {QSize(60, 40), QSize(333, 250), QSize(1000, 701)}) {
+        const QImage image = Painted(writer, size);
+        const QRect ink = Ink(image);
+        EXPECT_EQ(Count(image, ink, white), Area(ink)) << size.width();
+        EXPECT_NEAR(1.0 * ink.width() / ink.height(), 1.5, 0.06);
+    }
+}
+
+TEST(SlidePainter, ALoneDotShows) {
+    SlideWriter writer(400, 300);
+    writer.AddLine({0, 0}, {400, 0});
+    writer.SetColour(1);
+    writer.AddDot({200, 300});
+    EXPECT_EQ(Count(Painted(writer, {100, 80}), {0, 0, 100, 80}, red), 1);
+    EXPECT_EQ(Count(Painted(writer, {100, 80}, 2), {0, 0, 100, 80}, red), 4);
+    SlideWriter only(400, 300);
+    only.AddDot({200, 150});
+    const QRect ink = Ink(Painted(only, {400, 300}));
+    EXPECT_GE(ink.width(), 1);
+    EXPECT_LE(ink.width(), 400 / 10) << "a dot is not blown up to a wall";
+}
+
+TEST(SlidePainter, TrianglesLeaveNoSeam) {
+    SlideWriter writer(400, 300);
+    const QPoint middle(203, 151);
+    const std::vector<QPoint> rim = {{100, 100}, {300, 100}, {300, 200}, {211, 200}, {100, 200}};
+    for (std::size_t i = 0; i < rim.size(); ++i)
+        writer.AddPolygon(std::vector<QPoint>{middle, rim[i], rim[(i + 1) % rim.size()]});
+    for (const QSize size : {QSize(90, 70), QSize(601, 407)}) {
+        for (const int pen : {1, 2}) {
+            const QImage image = Painted(writer, size, pen);
+            const QRect inside = Ink(image).adjusted(4, 4, -4, -4);
+            EXPECT_EQ(Count(image, inside, white), Area(inside)) << size.width();
+        }
+    }
+}
+
+TEST(SlidePainter, TrianglesWithoutAreaShow) {
+    SlideWriter writer(400, 300);
+    writer.AddPolygon(std::vector<QPoint>{{100, 100}, {300, 100}, {300, 100}});
+    writer.AddPolygon(std::vector<QPoint>{{100, 200}, {100, 200}, {100, 200}});
+    const QImage image = Painted(writer, {200, 150});
+    const QRect ink = Ink(image);
+    EXPECT_NEAR(ink.width(), 184, 3);
+    EXPECT_EQ(image.pixel(ink.topLeft()), white) << "the one of a single dot";
+    EXPECT_EQ(image.pixel(ink.center().x(), ink.bottom()), white);
+}
+
+TEST(SlidePainter, LaterRecordsPaintOverEarlierOnes) {
+    SlideWriter writer(100, 100);
+    writer.AddPolygon(std::vector<QPoint>{{0, 0}, {100, 0}, {100, 100}, {0, 100}});
+    writer.SetColour(0);
+    writer.AddPolygon(std::vector<QPoint>{{25, 25}, {75, 25}, {75, 75}, {25, 75}});
+    writer.SetColour(1);
+    writer.AddDot({50, 50});
+    const QImage image = Painted(writer, {100, 100});
+    EXPECT_EQ(image.pixel(10, 50), white);
+    EXPECT_EQ(image.pixel(40, 50), ground) << "colour 0 is the background";
+    EXPECT_EQ(image.pixel(50, 50), red);
+}
+
+TEST(SlidePainter, KeepsTheShapeOfOldScreensDots) {
+    QByteArray bytes = Frame({100, 100}, {500, 500});
+    // 1000 by 800 dots on a screen of 2.5 to 1: a dot is twice as wide as high.
+    bytes.replace(23, 4, Hex("40 78 7D 01"));
+    const QRect ink = Ink(Painted(ReadSlide(bytes), {400, 400}));
+    EXPECT_NEAR(1.0 * ink.width() / ink.height(), 2, 0.02);
+}
+
+TEST(SlidePainter, NothingShowsOutsideTheCanvas) {
+    // Canvas 20 by 10; a line along its left part and one that goes far beyond it.
+    const Slide slide =
+        ReadSlide(SlideHeader() + Hex("07 FF 00 00 00 00 05 00 00 00 03 00 03 00 FF 7F FF 7F 00 FC"));
+    EXPECT_EQ(slide.drawing.Lines().size(), 2U);
+    const SlideFit fit(slide, {0, 0, 400, 400});
+    EXPECT_NEAR(fit.X(19), 384, 1) << "the canvas bounds what is fitted";
+    const QRect ink = Ink(Painted(slide, {400, 400}));
+    EXPECT_LE(ink.right(), fit.X(19.5) + 3);
+    EXPECT_GE(ink.top(), fit.Y(9.5) - 3);
+    EXPECT_GE(ink.height(), 100) << "up to the edge it shows";
+}
+
+TEST(SlidePainter, ShapesFarBeyondTheCanvasKeepTheirDirection) {
+    // On a canvas of 2 by 2 dots: a line and a triangle to the farthest point there is, the triangle below
+    // the line.
+    QByteArray bytes = SlideHeader();
+    bytes.replace(19, 8, Hex("01 00 01 00 80 96 98 00"));
+    const Slide line = ReadSlide(bytes + Hex("01 FF 00 00 00 00 FF 7F FF 7F 00 FC"));
+    const Slide triangle = ReadSlide(bytes + Hex("01 FF 00 FD 04 00 FE FF 00 FD 00 00 00 00 00 FD FF 7F 00 00"
+                                                 "00 FD FF 7F FF 7F 00 FD 00 00 FF FF 00 FC"));
+    for (const int size : {400, 2000}) {
+        const SlideFit fit(line, {0, 0, size, size});
+        const auto at = [&fit](double x, double y) {
+            return QPoint(static_cast<int>(fit.X(x)), static_cast<int>(fit.Y(y)));
+        };
+        const QImage thin = Painted(line, {size, size});
+        for (const double step : {0.1, 0.5, 0.9})
+            EXPECT_NE(thin.pixel(at(step, step)), ground) << step;
+        EXPECT_EQ(thin.pixel(at(0.7, 0.4)), ground);
+        const QImage filled = Painted(triangle, {size, size});
+        EXPECT_EQ(filled.pixel(at(0.95, 0.3)), red);
+        EXPECT_EQ(filled.pixel(at(0.9, 0.0)), red);
+    }
+}
+
+TEST(SlidePainter, ManyLinesCoverTheSamePlaces) {
+    SlideWriter few(1000, 800);
+    SlideWriter many(1000, 800);
+    few.AddLine({100, 100}, {900, 700});
+    for (int i = 0; i < 25000; ++i)
+        many.AddLine({100, 100}, {900, 700});
+    const QImage smooth = Painted(few, {500, 400});
+    const QImage plain = Painted(many, {500, 400});
+    EXPECT_GT(Count(plain, plain.rect(), white), 300);
+    for (int y = 0; y < plain.height(); ++y) {
+        for (int x = 0; x < plain.width(); ++x) {
+            ASSERT_TRUE(plain.pixel(x, y) == ground || smooth.pixel(x, y) != ground) << x << ',' << y;
+        }
+    }
+}
+
+// The widest canvas, the smallest one and coordinates far off in every combination: nothing may overflow.
+TEST(SlidePainter, SurvivesAnyBytes) {
+    std::mt19937 random(7);
+    const QByteArray header = SlideHeader();
+    for (int round = 0; round < 3000; ++round) {
+        QByteArray bytes = header;
+        for (qsizetype at = 19; at < 27; ++at)
+            bytes[at] = random() % 3 == 0 ? '\0' : static_cast<char>(random());
+        for (int record = 0; record < 20; ++record) {
+            static constexpr unsigned char types[] = {0x00, 0x7F, 0xFB, 0xFD, 0xFD, 0xFD, 0xFD, 0xFE};
+            static constexpr int lengths[] = {6, 6, 3, 4, 4, 4, 4, 1};
+            const std::size_t kind = random() % 8;
+            bytes += static_cast<char>(random());
+            bytes += static_cast<char>(types[kind]);
+            for (int i = 0; i < lengths[kind]; ++i)
+                bytes += static_cast<char>(random() >> 4);
+        }
+        const Slide slide = ReadSlide(bytes);
+        ASSERT_FALSE(slide.drawing.IsEmpty());
+        for (const int pen : {1, 2})
+            Painted(slide, {40, 30}, pen);
+    }
+}
+
+} // namespace
+} // namespace velmo
