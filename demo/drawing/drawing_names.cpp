@@ -15,8 +15,9 @@ double DrawingNames::Value(const QString& name) const {
     try {
         return ToNumber(found->text);
     } catch (const RuntimeError&) {
-        throw RuntimeError(ErrorNumber::TypeMismatch,
-                           QStringLiteral("変数「%1」の値「%2」は数値ではありません。").arg(name, found->text));
+        throw RuntimeError(
+            ErrorNumber::TypeMismatch,
+            QStringLiteral("変数「%1」の値「%2」は数値ではありません。").arg(name, found->text));
     }
 }
 

@@ -39,9 +39,14 @@ SymbolGeometry ReadSymbolGeometry(const QString& path) {
     SymbolGeometry geometry;
     geometry.path = path;
     TextReader reader(path);
+    // A drawing without variables needs no sections.
+    const bool isBareDrawing = path.endsWith(QStringLiteral(".geo"), Qt::CaseInsensitive);
+    std::vector<GeometryLine> allLines;
     bool inVariables = false;
     while (!reader.AtEnd()) {
         const QString line = reader.ReadLine();
+        if (isBareDrawing)
+            allLines.push_back({reader.LineNumber(), line});
         if (geometry.hasGeometry) {
             geometry.lines.push_back({reader.LineNumber(), line});
         } else if (line == u"$GEO") {
@@ -56,6 +61,10 @@ SymbolGeometry ReadSymbolGeometry(const QString& path) {
                 throw error.InFile(path).AtLine(reader.LineNumber());
             }
         }
+    }
+    if (isBareDrawing && !geometry.hasGeometry) {
+        geometry.hasGeometry = true;
+        geometry.lines = std::move(allLines);
     }
     return geometry;
 }

@@ -24,12 +24,13 @@ struct SymbolGeometry {
     QString path;
     std::vector<DrawingVariable> variables;
     std::vector<GeometryLine> lines;
-    // False when the file has no $GEO line.
+    // False when a definition file has no $GEO line.
     bool hasGeometry = false;
 };
 
-// Reads a file (stored path) in code page 932. Throws 53, 75 or 76 when it cannot be opened, 13 or 5 naming the
-// line when a variable line cannot be taken apart.
+// Reads a definition file (stored path) in code page 932, or a drawing file ".GEO", which is all drawing when
+// it has no $GEO line. Throws 53, 75 or 76 when it cannot be opened, 13 or 5 naming the line when a variable
+// line cannot be taken apart.
 SymbolGeometry ReadSymbolGeometry(const QString& path);
 
 } // namespace velmo

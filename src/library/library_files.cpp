@@ -3,7 +3,6 @@
 #include "library/library_database.h"
 #include "library/list_file_import.h"
 #include "platform/files.h"
-#include "platform/numbers.h"
 #include "platform/runtime_error.h"
 #include "platform/text_file.h"
 #include "startup/settings_keys.h"
@@ -79,10 +78,6 @@ void ImportListFile(Database& database, const QString& listFile, const LibraryCa
     }
 }
 
-std::int16_t SavedCategory(const SettingsStore& settings, const QString& key) {
-    return ToIntegerOr(settings.Get(key), 1);
-}
-
 } // namespace
 
 void OpenLibraries(GlobalState& state, SettingsStore& settings, const LibraryCallbacks& callbacks) {
@@ -91,14 +86,14 @@ void OpenLibraries(GlobalState& state, SettingsStore& settings, const LibraryCal
         state.LibraryDb = system;
         state.CurFolderID = 1;
         if (FileExists(system))
-            state.CurFolderID = SavedCategory(settings, keys::TreeLast);
+            state.CurFolderID = settings.GetInteger(keys::TreeLast, 1);
         else
             CreateSystemLibrary(state, settings, callbacks);
         return;
     }
     if (state.RunMode == run_mode::UserLibrary) {
-        state.CurFolderID = SavedCategory(settings, keys::EdtTreeLast);
-        state.SystemTreeFirst = ToNumberOr(settings.Get(keys::Tree2nd1st), 0) != 0;
+        state.CurFolderID = settings.GetInteger(keys::EdtTreeLast, 1);
+        state.SystemTreeFirst = settings.GetNumber(keys::Tree2nd1st, 0) != 0;
         state.SystemDb = system;
         if (!FileExists(system)) {
             CreateSystemLibrary(state, settings, callbacks);
@@ -108,7 +103,7 @@ void OpenLibraries(GlobalState& state, SettingsStore& settings, const LibraryCal
             }
         }
     } else {
-        state.CurFolderID = SavedCategory(settings, keys::UsrTreeLast);
+        state.CurFolderID = settings.GetInteger(keys::UsrTreeLast, 1);
     }
     state.LibraryDb = state.HomeDir + QStringLiteral("VelmoUsr.mdb");
     if (!FileExists(state.LibraryDb)) {

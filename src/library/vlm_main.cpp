@@ -3,7 +3,6 @@
 #include "library/browser_icons.h"
 #include "platform/files.h"
 #include "platform/guarded.h"
-#include "platform/numbers.h"
 #include "platform/slide_view.h"
 #include "platform/window_places.h"
 #include "startup/hand_off_files.h"
@@ -128,6 +127,7 @@ void VLM_MAIN::BuildMenus() {
 bool VLM_MAIN::Load() {
     try {
         OpenOrCreateLibraries();
+        RestorePlace();
         tree_->BuildCategoryTree();
     } catch (RuntimeError& error) {
         throw error.EndsProgram();
@@ -139,7 +139,6 @@ bool VLM_MAIN::Load() {
         tree_->RestoreSelection();
         ShowCategory(EntryList::Restore::Yes);
     });
-    RestorePlace();
     VlmTreeView_->setFocus();
     return true;
 }
@@ -162,7 +161,7 @@ void VLM_MAIN::OpenOrCreateLibraries() {
 
 void VLM_MAIN::RestorePlace() {
     const auto pixels = [this](const QString& key, double fallback) {
-        return TwipsToPixels(ToNumberOr(settings_.Get(key), fallback));
+        return TwipsToPixels(settings_.GetNumber(key, fallback));
     };
     move(pixels(keys::VlmMainLeft, DefaultPlace), pixels(keys::VlmMainTop, DefaultPlace));
     resize(pixels(keys::VlmMainWidth, DefaultSize), pixels(keys::VlmMainHeight, DefaultSize));

@@ -4,6 +4,7 @@
 #include "platform/runtime_error.h"
 
 #include <QCollator>
+#include <QDir>
 #include <QFileInfo>
 #include <QRegularExpression>
 #include <sqlite3.h>
@@ -64,7 +65,7 @@ ErrorNumber NumberOf(const SQLite::Exception& failure) {
     default:
         return ErrorNumber::DatabaseFailed;
     }
-    const QByteArray message(failure.getErrorStr());
+    const QByteArray message(failure.what());
     return message.contains("no such table") || message.contains("no such column")
                ? ErrorNumber::TableNotFound
                : ErrorNumber::QuerySyntax;
@@ -150,7 +151,7 @@ void Database::Throw(const SQLite::Exception& failure) const {
     const ErrorNumber number = NumberOf(failure);
     const bool explains = number == ErrorNumber::QuerySyntax || number == ErrorNumber::TableNotFound ||
                           number == ErrorNumber::DatabaseFailed;
-    throw RuntimeError(number, explains ? QString::fromUtf8(failure.getErrorStr()) : QString()).InFile(path_);
+    throw RuntimeError(number, explains ? QString::fromUtf8(failure.what()) : QString()).InFile(path_);
 }
 
 Transaction::Transaction(Database& database) : database_(database) {

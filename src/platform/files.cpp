@@ -9,6 +9,7 @@
 
 #include <cerrno>
 #include <filesystem>
+#include <memory>
 
 namespace velmo {
 
@@ -37,6 +38,19 @@ QString FindIgnoringCase(const QString& folder, const QString& name) {
     else if (!info.isDir())
         number = ErrorNumber::PermissionDenied;
     throw RuntimeError(number).InFile(stored);
+}
+
+// The finished work file, which does not count before it is committed.
+std::unique_ptr<QSaveFile> WriteBeside(const QString& stored, const QByteArray& bytes) {
+    auto file = std::make_unique<QSaveFile>(NativePath(stored));
+    errno = 0;
+    if (!file->open(QIODevice::WriteOnly))
+        ThrowCannotWrite(stored, errno);
+    errno = 0;
+    // The file's own buffer hides a full disk until it is flushed.
+    if (file->write(bytes) != bytes.size() || !file->flush())
+        ThrowCannotWrite(stored, errno);
+    return file;
 }
 
 } // namespace
@@ -79,20 +93,18 @@ void DeleteFileIfAny(const QString& stored) {
 }
 
 void ReplaceFile(const QString& stored, const QByteArray& bytes) {
-    QSaveFile file(NativePath(stored));
-    errno = 0;
-    if (!file.open(QIODevice::WriteOnly))
-        ThrowCannotWrite(stored, errno);
-    errno = 0;
-    // The file's own buffer hides a full disk until it is flushed.
-    const bool written = file.write(bytes) == bytes.size() && file.flush();
-    const int writeError = errno;
-    if (!written) {
-        file.cancelWriting();
-        ThrowCannotWrite(stored, writeError);
+    ReplaceFiles({{stored, bytes}});
+}
+
+void ReplaceFiles(const std::vector<FileReplacement>& files) {
+    std::vector<std::unique_ptr<QSaveFile>> written;
+    for (const FileReplacement& file : files)
+        written.push_back(WriteBeside(file.path, file.bytes));
+    for (size_t i = 0; i < files.size(); ++i) {
+        errno = 0;
+        if (!written[i]->commit())
+            ThrowCannotWrite(files[i].path, errno);
     }
-    if (!file.commit())
-        ThrowCannotWrite(stored, errno);
 }
 
 void RenameOver(const QString& from, const QString& to) {

@@ -3,6 +3,8 @@
 #include <QByteArray>
 #include <QString>
 
+#include <vector>
+
 namespace velmo {
 
 // Paths as the program keeps them ("stored" paths) separate folders with backslashes, whatever the operating
@@ -25,6 +27,15 @@ void DeleteFileIfAny(const QString& stored);
 // folder is missing, 61 when the disk is full, 70 or 75 when it cannot be written; the old file then stays as
 // it was.
 void ReplaceFile(const QString& stored, const QByteArray& bytes);
+
+// A file (stored path) and what it is to hold.
+struct FileReplacement {
+    QString path;
+    QByteArray bytes;
+};
+
+// Replaces several files as ReplaceFile does; none takes its place before all are written.
+void ReplaceFiles(const std::vector<FileReplacement>& files);
 
 // Gives a finished file (stored path "from") the name of another in one step, over an old one of that name.
 // Throws 75 when that fails.

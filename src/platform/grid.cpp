@@ -14,6 +14,7 @@ namespace {
 
 // So many rows decide how wide a column starts.
 constexpr int RowsLookedAt = 200;
+constexpr int NarrowestColumn = 64;
 constexpr int WidestColumn = 320;
 
 bool StartsTyping(const QKeyEvent& event) {
@@ -87,10 +88,10 @@ void Grid::FitColumns() {
     const int rows = qMin(cells_.Rows(), RowsLookedAt);
     const int room = fontMetrics().horizontalAdvance(QStringLiteral("00"));
     for (int column = cells_.HasRowNumbers() ? 1 : 0; column < cells_.Cols(); ++column) {
-        int width = horizontalHeader()->sectionSizeHint(model_->Section(column));
+        int width = horizontalHeader()->sectionSizeHint(model_->Section(column)) + room;
         for (int row = 1; row < rows; ++row)
             width = qMax(width, fontMetrics().horizontalAdvance(cells_.Text(row, column)) + room);
-        setColumnWidth(model_->Section(column), qMin(width, WidestColumn));
+        setColumnWidth(model_->Section(column), qBound(NarrowestColumn, width, WidestColumn));
     }
 }
 

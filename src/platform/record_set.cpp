@@ -3,6 +3,8 @@
 #include "platform/numbers.h"
 #include "platform/runtime_error.h"
 
+#include <limits>
+
 namespace velmo {
 
 namespace {
@@ -142,11 +144,15 @@ QString RecordSet::Text(int ordinal) const {
 }
 
 std::int16_t RecordSet::Integer(QStringView field) const {
-    const QString text = Text(field);
-    if (text.isEmpty())
+    RequireRow();
+    const int ordinal = Ordinal(field);
+    const SQLite::Column column = rows_->statement.getColumn(ordinal + 1);
+    if (column.isNull())
         return 0;
     try {
-        return ToInteger(text);
+        if (column.isInteger() && qAbs(column.getInt64()) <= std::numeric_limits<std::int16_t>::max())
+            return std::int16_t(column.getInt64());
+        return ToInteger(Text(ordinal));
     } catch (RuntimeError& error) {
         throw error.InFile(database_.Path()).InField(table_ + u'.' + field.toString());
     }

@@ -40,7 +40,7 @@ public:
     // Text of a field of the current row; an empty value gives an empty text.
     QString Text(int ordinal) const;
     QString Text(QStringView field) const { return Text(Ordinal(field)); }
-    // Whole number of a field; an empty value gives 0. Throws 6 when it exceeds 16 bits.
+    // Whole number of a field; no value gives 0. Throws 6 when it exceeds 16 bits, 13 when it is no number.
     std::int16_t Integer(QStringView field) const;
 
     // The first Set after AddNew or Edit starts from an empty or the current row; Update stores it.

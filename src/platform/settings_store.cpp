@@ -1,5 +1,6 @@
 #include "platform/settings_store.h"
 
+#include "platform/numbers.h"
 #include "platform/plain_settings.h"
 #include "platform/runtime_error.h"
 
@@ -38,6 +39,24 @@ SettingsStore::SettingsStore(const QString& nativePath) : settings_(nativePath, 
 
 QString SettingsStore::Get(const QString& key, const QString& fallback) const {
     return settings_.value(StoreKey(key), fallback).toString();
+}
+
+std::int16_t SettingsStore::GetInteger(const QString& key, std::int16_t fallback) const {
+    const QString text = Get(key);
+    try {
+        return text.isEmpty() ? fallback : ToInteger(text);
+    } catch (RuntimeError& error) {
+        throw error.InFile(settings_.fileName()).InField(key);
+    }
+}
+
+double SettingsStore::GetNumber(const QString& key, double fallback) const {
+    const QString text = Get(key);
+    try {
+        return text.isEmpty() ? fallback : ToNumber(text);
+    } catch (RuntimeError& error) {
+        throw error.InFile(settings_.fileName()).InField(key);
+    }
 }
 
 void SettingsStore::Save(const QString& key, const QString& value) {

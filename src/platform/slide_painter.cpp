@@ -19,8 +19,12 @@ namespace {
 // device.
 constexpr int reach = 4096;
 
-// Up to this many lines of one pixel are antialiased, which takes about 10 ms; wide ones cost by their area.
+// Up to this many lines of one pixel are antialiased, which takes 5 to 16 ms; wide ones cost more.
 constexpr std::size_t mostSmoothLines = 20000;
+
+// Makes an antialiased pen of one pixel a little wider: the quick lines that Qt draws with it otherwise are
+// too thin and up to half a pixel off when slanted.
+constexpr double hair = 0.01;
 
 // Whether a drawing has so few lines that antialiasing them takes no time.
 bool IsSmooth(const SlideDrawing& drawing, int penWidth) {
@@ -99,10 +103,11 @@ private:
     void PaintPolygons(const QColor& colour, std::size_t begin, std::size_t end);
     void PaintPolygon(std::span<const QPoint> corners);
     void PaintLines(const QColor& colour, std::span<const QLine> lines);
-    void PaintSmoothLines(std::span<const QLine> lines);
     void PaintDots(const QColor& colour, std::span<const QPoint> dots);
+    void PaintBlocks(const QColor& colour);
+    QRect Block(QPoint from, QPoint to) const;
 
-    QPen Pen(const QColor& colour, int width) const;
+    QPen Pen(const QColor& colour, double width) const;
     QPointF Exact(QPoint dot) const { return {fit_.X(dot.x()), fit_.Y(dot.y())}; }
     // The line on the device, cut where it goes too far; nothing when all of it does.
     std::optional<QLineF> Exact(const QLine& line) const;
@@ -119,14 +124,15 @@ private:
     bool smooth_;
     double whole_;
     std::vector<QLine> edges_;
-    std::vector<QLine> lines_;
-    std::vector<QLineF> smoothLines_;
-    std::vector<QRect> dots_;
+    std::vector<QRect> blocks_;
+    std::vector<QLine> slanted_;
+    std::vector<QLineF> smoothSlanted_;
 };
 
 void SlidePainter::Paint() {
     painter_.save();
     painter_.setClipRect(fit_.Visible());
+    painter_.setRenderHint(QPainter::Antialiasing, false);
     SlideRun begin;
     for (const SlideRun& run : drawing_.Runs()) {
         const QColor colour =
@@ -146,7 +152,6 @@ void SlidePainter::Paint() {
 // shapes are cut into neighbouring triangles and smooth edges would leave seams between them.
 void SlidePainter::PaintPolygons(const QColor& colour, std::size_t begin, std::size_t end) {
     edges_.clear();
-    painter_.setRenderHint(QPainter::Antialiasing, false);
     painter_.setPen(Qt::NoPen);
     painter_.setBrush(colour);
     for (std::size_t i = begin; i < end; ++i)
@@ -177,37 +182,33 @@ void SlidePainter::PaintPolygon(std::span<const QPoint> corners) {
         painter_.drawPolygon(polygon, Qt::OddEvenFill);
 }
 
+// Horizontal and vertical lines are blocks of whole pixels, others keep their exact direction.
 void SlidePainter::PaintLines(const QColor& colour, std::span<const QLine> lines) {
-    painter_.setPen(Pen(colour, paint_.penWidth));
-    painter_.setRenderHint(QPainter::Antialiasing, smooth_);
-    if (smooth_) {
-        PaintSmoothLines(lines);
-        return;
-    }
-    lines_.clear();
-    lines_.reserve(lines.size());
-    for (const QLine& line : lines) {
-        if (const std::optional<QLineF> exact = Exact(line))
-            lines_.emplace_back(Snap(exact->p1()), Snap(exact->p2()));
-    }
-    painter_.drawLines(lines_.data(), static_cast<int>(lines_.size()));
-}
-
-// Horizontal and vertical lines fill whole pixels, others keep their exact direction.
-void SlidePainter::PaintSmoothLines(std::span<const QLine> lines) {
-    const double half = paint_.penWidth % 2 == 0 ? 0.0 : 0.5;
-    smoothLines_.clear();
-    smoothLines_.reserve(lines.size());
+    blocks_.clear();
+    slanted_.clear();
+    smoothSlanted_.clear();
     for (const QLine& line : lines) {
         const std::optional<QLineF> exact = Exact(line);
         if (!exact)
             continue;
         if (line.dx() == 0 || line.dy() == 0)
-            smoothLines_.push_back(QLineF(Snap(exact->p1()), Snap(exact->p2())).translated(half, half));
+            blocks_.push_back(Block(Snap(exact->p1()), Snap(exact->p2())));
+        else if (smooth_)
+            smoothSlanted_.push_back(*exact);
         else
-            smoothLines_.push_back(*exact);
+            slanted_.emplace_back(Snap(exact->p1()), Snap(exact->p2()));
     }
-    painter_.drawLines(smoothLines_.data(), static_cast<int>(smoothLines_.size()));
+    PaintBlocks(colour);
+    if (!slanted_.empty()) {
+        painter_.setPen(Pen(colour, paint_.penWidth));
+        painter_.drawLines(slanted_.data(), static_cast<int>(slanted_.size()));
+    }
+    if (!smoothSlanted_.empty()) {
+        painter_.setRenderHint(QPainter::Antialiasing, true);
+        painter_.setPen(Pen(colour, paint_.penWidth + hair));
+        painter_.drawLines(smoothSlanted_.data(), static_cast<int>(smoothSlanted_.size()));
+        painter_.setRenderHint(QPainter::Antialiasing, false);
+    }
 }
 
 // When enlarged, dots grow and still touch their neighbours, so that pictures made of dots stay closed.
@@ -218,20 +219,33 @@ void SlidePainter::PaintDots(const QColor& colour, std::span<const QPoint> dots)
         const auto begin = static_cast<int>(std::lround(middle - size / 2));
         return std::pair(begin, static_cast<int>(std::lround(middle + size / 2)) - begin);
     };
-    dots_.clear();
-    dots_.reserve(dots.size());
+    blocks_.clear();
     for (const QPoint dot : dots) {
         const QPointF middle = Exact(dot);
         if (!inReach_ && !reach_.contains(middle))
             continue;
         const auto [left, width] = extent(middle.x(), fit_.DotWidth());
         const auto [top, height] = extent(middle.y(), fit_.DotHeight());
-        dots_.emplace_back(left, top, width, height);
+        blocks_.emplace_back(left, top, width, height);
     }
-    painter_.setRenderHint(QPainter::Antialiasing, false);
+    PaintBlocks(colour);
+}
+
+void SlidePainter::PaintBlocks(const QColor& colour) {
+    if (blocks_.empty())
+        return;
     painter_.setPen(Qt::NoPen);
     painter_.setBrush(colour);
-    painter_.drawRects(dots_.data(), static_cast<int>(dots_.size()));
+    painter_.drawRects(blocks_.data(), static_cast<int>(blocks_.size()));
+}
+
+// What a pen covers from one snapped point to another beside or below it.
+QRect SlidePainter::Block(QPoint from, QPoint to) const {
+    const QPoint first(std::min(from.x(), to.x()), std::min(from.y(), to.y()));
+    const QPoint step = from - to;
+    const int half = paint_.penWidth / 2;
+    return {first - QPoint(half, half),
+            QSize(std::abs(step.x()) + paint_.penWidth, std::abs(step.y()) + paint_.penWidth)};
 }
 
 std::optional<QLineF> SlidePainter::Exact(const QLine& line) const {
@@ -241,9 +255,9 @@ std::optional<QLineF> SlidePainter::Exact(const QLine& line) const {
     return exact;
 }
 
-QPen SlidePainter::Pen(const QColor& colour, int width) const {
+QPen SlidePainter::Pen(const QColor& colour, double width) const {
     // A square cap shows lines that have no length on the screen.
-    return {colour, static_cast<double>(width), Qt::SolidLine, Qt::SquareCap, Qt::BevelJoin};
+    return {colour, width, Qt::SolidLine, Qt::SquareCap, Qt::BevelJoin};
 }
 
 } // namespace

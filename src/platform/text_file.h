@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/code_page.h"
+#include "platform/files.h"
 
 #include <QFile>
 
@@ -43,6 +44,8 @@ public:
     void WriteLine(QStringView line);
     // Replaces the file in one step; throws as ReplaceFile does.
     void Commit();
+    // What Commit writes, for files that are replaced together.
+    FileReplacement Replacement() const { return {path_, bytes_}; }
 
 private:
     QString path_;

@@ -32,21 +32,18 @@ PreviousAnswer ReadPreviousAnswer(const QString& folder) {
     return answer;
 }
 
-void WriteValues(const QString& folder, const QList<VariableValue>& values) {
-    TextWriter file(ValuesFile(folder));
-    file.WriteLine(QString::number(values.size()));
+void WriteAnswer(const QString& folder, const QList<VariableValue>& values, const QString& symbolFile,
+                 bool userLibrary) {
+    TextWriter valuesFile(ValuesFile(folder));
+    valuesFile.WriteLine(QString::number(values.size()));
     for (const VariableValue& variable : values) {
-        file.WriteLine(variable.name);
-        file.WriteLine(variable.value);
+        valuesFile.WriteLine(variable.name);
+        valuesFile.WriteLine(variable.value);
     }
-    file.Commit();
-}
-
-void WriteChoice(const QString& folder, const QString& symbolFile, bool userLibrary) {
-    TextWriter file(ChoiceFile(folder));
-    file.WriteLine(symbolFile);
-    file.WriteLine(userLibrary ? UserLibraryWord : SystemLibraryWord);
-    file.Commit();
+    TextWriter choiceFile(ChoiceFile(folder));
+    choiceFile.WriteLine(symbolFile);
+    choiceFile.WriteLine(userLibrary ? UserLibraryWord : SystemLibraryWord);
+    ReplaceFiles({valuesFile.Replacement(), choiceFile.Replacement()});
 }
 
 void WriteNoSelection(const QString& folder) {

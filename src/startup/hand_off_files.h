@@ -29,11 +29,10 @@ struct VariableValue {
     QString value;
 };
 
-// velmo.ret: the number of variables, then a line for each name and each value.
-void WriteValues(const QString& folder, const QList<VariableValue>& values);
-
-// velmo.ret2 for a symbol that was confirmed.
-void WriteChoice(const QString& folder, const QString& symbolFile, bool userLibrary);
+// A symbol was confirmed. velmo.ret gets the number of variables, then a line for each name and each value;
+// velmo.ret2 the symbol's definition file and its library. Neither file changes unless both can be written.
+void WriteAnswer(const QString& folder, const QList<VariableValue>& values, const QString& symbolFile,
+                 bool userLibrary);
 
 // velmo.ret2 when nothing was chosen.
 void WriteNoSelection(const QString& folder);

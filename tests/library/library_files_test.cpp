@@ -1,12 +1,10 @@
 #include "library/library_files.h"
-
 #include "library/library_samples.h"
 #include "platform/files.h"
 #include "platform/runtime_error.h"
 #include "support/failing_disk.h"
 
 #include <QDir>
-
 #include <gtest/gtest.h>
 
 namespace velmo {
@@ -63,9 +61,21 @@ TEST_F(LibraryFilesTest, AnExistingSystemLibraryRestoresTheCategory) {
     settings_.Save("TreeLast", 7);
     Open();
     EXPECT_EQ(state_.CurFolderID, 7);
-    settings_.Save("TreeLast", "x");
+    settings_.Save("TreeLast", "");
     Open();
     EXPECT_EQ(state_.CurFolderID, 1);
+}
+
+TEST_F(LibraryFilesTest, ASavedCategoryThatIsNoNumberIsNamed) {
+    CreateLibraryFile(folder_.Path("home\\Velmo2.mdb"));
+    settings_.Save("TreeLast", "x");
+    try {
+        Open();
+        FAIL();
+    } catch (const RuntimeError& error) {
+        EXPECT_EQ(error.Number(), ErrorNumber::TypeMismatch);
+        EXPECT_EQ(error.Field(), "TreeLast");
+    }
 }
 
 TEST_F(LibraryFilesTest, AMissingUserLibraryHasASingleRoot) {

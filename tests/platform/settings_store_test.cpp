@@ -1,12 +1,10 @@
-#include "platform/settings_store.h"
-
 #include "platform/files.h"
 #include "platform/runtime_error.h"
+#include "platform/settings_store.h"
 #include "support/failing_disk.h"
 #include "support/temp_folder.h"
 
 #include <QFileInfo>
-
 #include <gtest/gtest.h>
 
 namespace velmo {
@@ -25,7 +23,8 @@ TEST(SettingsStore, AMissingFileIsEmpty) {
 
 TEST(SettingsStore, ValuesAreVerbatim) {
     const TempFolder folder;
-    folder.Write("Velmo2.ini", "[Settings]\nVlmHome=C:\\lib\\new\nA= x=\"1\"; # \\t \nB=\nVlmTemp=/tmp/呼び\r\n");
+    folder.Write("Velmo2.ini",
+                 "[Settings]\nVlmHome=C:\\lib\\new\nA= x=\"1\"; # \\t \nB=\nVlmTemp=/tmp/呼び\r\n");
     const SettingsStore store(Ini(folder));
     EXPECT_EQ(store.Get("VlmHome"), "C:\\lib\\new");
     EXPECT_EQ(store.Get("A"), " x=\"1\"; # \\t ");
@@ -41,8 +40,9 @@ TEST(SettingsStore, OnlyItsOwnSectionCounts) {
 
 TEST(SettingsStore, ASaveLeavesEverythingElseByteForByte) {
     const TempFolder folder;
-    folder.Write("Velmo2.ini", "; by hand\n[Other]\nKey=\xFF\xFE raw\n\n[Settings]\nVlmHome=/a\\\nForeign=\\x\\\n"
-                               "no equals sign\n\n[Last]\nz=1\n");
+    folder.Write("Velmo2.ini",
+                 "; by hand\n[Other]\nKey=\xFF\xFE raw\n\n[Settings]\nVlmHome=/a\\\nForeign=\\x\\\n"
+                 "no equals sign\n\n[Last]\nz=1\n");
     {
         SettingsStore store(Ini(folder));
         store.Save("VlmHome", "/b\\");
@@ -88,6 +88,26 @@ TEST(SettingsStore, WhatOthersSavedMeanwhileStays) {
     const QByteArray file = folder.Read("Velmo2.ini");
     EXPECT_TRUE(file.contains("A=1\n")) << file.constData();
     EXPECT_TRUE(file.contains("B=2\n")) << file.constData();
+}
+
+TEST(SettingsStore, ReadsNumbersAndNamesWhatIsNone) {
+    const TempFolder folder;
+    folder.Write("Velmo2.ini", "[Settings]\nA= 12 \nB=abc\nC=\nD=99999\nE=12.5\n");
+    const SettingsStore store(Ini(folder));
+    EXPECT_EQ(store.GetInteger("A", 1), 12);
+    EXPECT_EQ(store.GetInteger("C", 7), 7);
+    EXPECT_EQ(store.GetInteger("None", 7), 7);
+    EXPECT_EQ(store.GetNumber("E", 0), 12.5);
+    for (const char* key : {"B", "D"}) {
+        try {
+            store.GetInteger(key, 1);
+            ADD_FAILURE() << key;
+        } catch (const RuntimeError& error) {
+            EXPECT_EQ(error.Field(), key);
+            EXPECT_EQ(error.File(), Ini(folder));
+        }
+    }
+    EXPECT_THROW(store.GetNumber("B", 0), RuntimeError);
 }
 
 TEST(SettingsStore, ALineBreakIsRefused) {

@@ -22,8 +22,8 @@ inline QRect Ink(const QImage& image) {
     return ink;
 }
 
-inline qsizetype Count(const QImage& image, const QRect& area, QRgb colour) {
-    qsizetype count = 0;
+inline int Count(const QImage& image, const QRect& area, QRgb colour) {
+    int count = 0;
     for (int y = area.top(); y <= area.bottom(); ++y) {
         for (int x = area.left(); x <= area.right(); ++x)
             count += image.pixel(x, y) == colour ? 1 : 0;
@@ -31,8 +31,8 @@ inline qsizetype Count(const QImage& image, const QRect& area, QRgb colour) {
     return count;
 }
 
-inline qsizetype Area(const QRect& rectangle) {
-    return qsizetype{rectangle.width()} * rectangle.height();
+inline int Area(const QRect& rectangle) {
+    return rectangle.width() * rectangle.height();
 }
 
 // A rectangle drawn with four lines on a canvas of 1001 by 801 dots.

@@ -111,26 +111,48 @@ TEST(SlidePainter, NothingShowsOutsideTheCanvas) {
     EXPECT_GE(ink.height(), 100) << "up to the edge it shows";
 }
 
+// From the lower left corner of a canvas a line and a triangle below it go as far out as coordinates can.
 TEST(SlidePainter, ShapesFarBeyondTheCanvasKeepTheirDirection) {
-    // On a canvas of 2 by 2 dots: a line and a triangle to the farthest point there is, the triangle below
-    // the line.
-    QByteArray bytes = SlideHeader();
-    bytes.replace(19, 8, Hex("01 00 01 00 80 96 98 00"));
-    const Slide line = ReadSlide(bytes + Hex("01 FF 00 00 00 00 FF 7F FF 7F 00 FC"));
-    const Slide triangle = ReadSlide(bytes + Hex("01 FF 00 FD 04 00 FE FF 00 FD 00 00 00 00 00 FD FF 7F 00 00"
-                                                 "00 FD FF 7F FF 7F 00 FD 00 00 FF FF 00 FC"));
-    for (const int size : {400, 2000}) {
-        const SlideFit fit(line, {0, 0, size, size});
-        const auto at = [&fit](double x, double y) {
-            return QPoint(static_cast<int>(fit.X(x)), static_cast<int>(fit.Y(y)));
-        };
-        const QImage thin = Painted(line, {size, size});
-        for (const double step : {0.1, 0.5, 0.9})
-            EXPECT_NE(thin.pixel(at(step, step)), ground) << step;
-        EXPECT_EQ(thin.pixel(at(0.7, 0.4)), ground);
-        const QImage filled = Painted(triangle, {size, size});
-        EXPECT_EQ(filled.pixel(at(0.95, 0.3)), red);
-        EXPECT_EQ(filled.pixel(at(0.9, 0.0)), red);
+    for (const char* const canvas : {"01 00 01 00 80 96 98 00", "E7 03 E7 03 80 96 98 00"}) {
+        QByteArray header = SlideHeader();
+        header.replace(19, 8, Hex(canvas));
+        const Slide line = ReadSlide(header + Hex("01 FF 00 00 00 00 FE 7F FF 3F 00 FC"));
+        const Slide triangle =
+            ReadSlide(header + Hex("01 FF 00 FD 04 00 FE FF 00 FD 00 00 00 00"
+                                   "00 FD FE 7F 00 00 00 FD FE 7F FF 3F 00 FD 00 00 FF FF 00 FC"));
+        for (const int size : {400, 2000}) {
+            const SlideFit fit(line, {0, 0, size, size});
+            const auto at = [&](double x, double y) {
+                return QPoint(static_cast<int>(fit.X(x * line.highX)),
+                              static_cast<int>(fit.Y(y * line.highY)));
+            };
+            const QImage thin = Painted(line, {size, size});
+            const QImage filled = Painted(triangle, {size, size});
+            // The triangle's edge is a dot wide: half a canvas or next to nothing.
+            const double edge = 0.57 / line.highX + 0.01;
+            for (const double x : {0.1, 0.4, 0.7}) {
+                EXPECT_NE(thin.pixel(at(x, x / 2)), ground) << canvas << x;
+                EXPECT_EQ(thin.pixel(at(x, x / 2 + 0.02)), ground) << canvas << x;
+                EXPECT_EQ(thin.pixel(at(x, x / 2 - 0.02)), ground) << canvas << x;
+                EXPECT_EQ(filled.pixel(at(x, x / 2 + edge)), ground) << canvas << x;
+                EXPECT_EQ(filled.pixel(at(x, x / 2 - 0.02)), red) << canvas << x;
+            }
+        }
+    }
+}
+
+TEST(SlidePainter, PensLieOnTheirLines) {
+    SlideWriter writer(100, 100);
+    writer.AddLine({50, 0}, {50, 100});
+    writer.AddLine({0, 50}, {100, 50});
+    for (const auto& [pen, size] : {std::pair(1, 301), std::pair(2, 300), std::pair(3, 301)}) {
+        const QImage image = Painted(writer, {size, size}, pen);
+        const int first = (size - pen) / 2;
+        for (int i = 0; i < size; ++i) {
+            const QRgb expected = i >= first && i < first + pen ? white : ground;
+            EXPECT_EQ(image.pixel(i, 30), expected) << pen << ' ' << i;
+            EXPECT_EQ(image.pixel(30, i), expected) << pen << ' ' << i;
+        }
     }
 }
 

@@ -123,7 +123,7 @@ TEST_F(SlideViewTest, RepaintsWhenTheRatioChanges) {
 
 TEST_F(SlideViewTest, RepaintsForAnotherRatioOfAsManyPixels) {
     view.ShowSlide(folder.Write(QStringLiteral("A.SLD"), Frame({100, 100}, {900, 700})));
-    const qsizetype thin = Count(Shot(view, 1), {0, 0, 300, 200}, white);
+    const int thin = Count(Shot(view, 1), {0, 0, 300, 200}, white);
     view.resize(150, 100);
     EXPECT_NEAR(1.0 * Count(Shot(view, 2), {0, 0, 300, 200}, white) / thin, 2, 0.05);
 }

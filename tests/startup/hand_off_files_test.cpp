@@ -1,51 +1,73 @@
-#include "startup/hand_off_files.h"
-
 #include "platform/runtime_error.h"
+#include "startup/hand_off_files.h"
 #include "support/failing_disk.h"
 #include "support/temp_folder.h"
 
+#include <QDir>
+#include <QFile>
 #include <gtest/gtest.h>
 
 namespace velmo {
 namespace {
 
+const QString Symbol = QStringLiteral("D:\\lib\\s1.txt");
+
 TEST(HandOffFiles, ValuesAreALineEach) {
     const TempFolder folder;
-    WriteValues(folder.Path(), {{"A", "10"}, {"B", " 20 "}, {"C", "x"}});
+    WriteAnswer(folder.Path(), {{"A", "10"}, {"B", " 20 "}, {"C", "x"}}, Symbol, false);
     EXPECT_EQ(folder.Read("velmo.ret"), "3\r\nA\r\n10\r\nB\r\n 20 \r\nC\r\nx\r\n");
 }
 
 TEST(HandOffFiles, NoVariablesGiveASingleLine) {
     const TempFolder folder;
-    WriteValues(folder.Path(), {});
+    WriteAnswer(folder.Path(), {}, Symbol, false);
     EXPECT_EQ(folder.Read("velmo.ret"), "0\r\n");
 }
 
 TEST(HandOffFiles, TheChoiceNamesSymbolAndLibrary) {
     const TempFolder folder;
-    WriteChoice(folder.Path(), "D:\\lib\\ボルト.txt", true);
+    WriteAnswer(folder.Path(), {}, "D:\\lib\\ボルト.txt", true);
     EXPECT_EQ(folder.Read("velmo.ret2"), "D:\\lib\\\x83\x7B\x83\x8B\x83\x67.txt\r\nVELMO\r\n");
-    WriteChoice(folder.Path(), "D:\\lib\\s1.txt", false);
+    WriteAnswer(folder.Path(), {}, Symbol, false);
     EXPECT_EQ(folder.Read("velmo.ret2"), "D:\\lib\\s1.txt\r\nTOLVIKS\r\n");
+}
+
+TEST(HandOffFiles, ACancelLeavesTheValuesOfTheLastAnswer) {
+    const TempFolder folder;
+    WriteAnswer(folder.Path(), {{"A", "1"}}, Symbol, true);
+    const QByteArray values = folder.Read("velmo.ret");
     WriteNoSelection(folder.Path());
     EXPECT_EQ(folder.Read("velmo.ret2"), "NO SELECT\r\n");
+    EXPECT_EQ(folder.Read("velmo.ret"), values);
 }
 
 TEST(HandOffFiles, AFullDiskLeavesTheOldAnswer) {
     const TempFolder folder;
-    WriteValues(folder.Path(), {{"A", "1"}});
-    const QByteArray before = folder.Read("velmo.ret");
+    WriteAnswer(folder.Path(), {{"A", "1"}}, Symbol, true);
+    const QByteArray values = folder.Read("velmo.ret");
+    const QByteArray choice = folder.Read("velmo.ret2");
     {
         const FailingDisk disk(64);
         try {
-            WriteValues(folder.Path(), {{"A", QString(1000, u'9')}});
+            WriteAnswer(folder.Path(), {{"A", QString(1000, u'9')}}, Symbol, false);
             FAIL();
         } catch (const RuntimeError& error) {
             EXPECT_EQ(error.Number(), ErrorNumber::DiskFull);
             EXPECT_EQ(error.File(), folder.Path("velmo.ret"));
         }
     }
-    EXPECT_EQ(folder.Read("velmo.ret"), before);
+    EXPECT_EQ(folder.Read("velmo.ret"), values);
+    EXPECT_EQ(folder.Read("velmo.ret2"), choice);
+}
+
+TEST(HandOffFiles, NeitherFileChangesWhenOneCannotBeWritten) {
+    const TempFolder folder;
+    WriteAnswer(folder.Path(), {{"A", "1"}}, Symbol, true);
+    const QByteArray values = folder.Read("velmo.ret");
+    EXPECT_TRUE(QFile::remove(folder.Path("velmo.ret2").replace(u'\\', u'/')));
+    EXPECT_TRUE(QDir().mkpath(folder.Path("velmo.ret2").replace(u'\\', u'/')));
+    EXPECT_THROW(WriteAnswer(folder.Path(), {{"A", "2"}}, Symbol, true), RuntimeError);
+    EXPECT_EQ(folder.Read("velmo.ret"), values);
 }
 
 TEST(HandOffFiles, AMissingFolderIsNamed) {

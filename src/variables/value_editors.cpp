@@ -1,0 +1,242 @@
+#include "variables/value_editors.h"
+
+#include <QAbstractItemView>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QScrollBar>
+
+namespace velmo {
+
+namespace {
+
+// A value is one line in the answer files; pasted text may hold more.
+QString OneLine(QString text) {
+    for (const QChar lineBreak : {QChar(u'\r'), QChar(u'\n'), QChar(QChar::LineSeparator),
+                                  QChar(QChar::ParagraphSeparator), QChar(u'\t')})
+        text.replace(lineBreak, u' ');
+    return text;
+}
+
+bool IsEnter(const QKeyEvent& event) {
+    return event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
+}
+
+} // namespace
+
+ValueEditors::ValueEditors(Grid& grid)
+    : QObject(&grid),
+      grid_(grid),
+      CurEdit_(new QLineEdit(grid.viewport())),
+      CurCmb_(new QComboBox(grid.viewport())) {
+    CurEdit_->setObjectName(QStringLiteral("CurEdit"));
+    CurEdit_->setAccessibleName(QStringLiteral("現在の値の入力"));
+    CurCmb_->setObjectName(QStringLiteral("CurCmb"));
+    CurCmb_->setAccessibleName(QStringLiteral("現在の値の選択"));
+    // Editable, because the cell's text need not be one of the values; read only, because nothing else may
+    // be chosen.
+    CurCmb_->setEditable(true);
+    CurCmb_->setInsertPolicy(QComboBox::NoInsert);
+    CurCmb_->setCompleter(nullptr);
+    CurCmb_->lineEdit()->setReadOnly(true);
+    CurEdit_->hide();
+    CurCmb_->hide();
+    for (QObject* watched :
+         std::initializer_list<QObject*>{CurEdit_, CurCmb_, CurCmb_->lineEdit(), CurCmb_->view()})
+        watched->installEventFilter(this);
+    connect(CurCmb_, &QComboBox::activated, this,
+            [this](int index) { Q_EMIT ValueChosen(row_, CurCmb_->itemText(index)); });
+    const auto follow = [this] {
+        for (QWidget* editor : std::initializer_list<QWidget*>{CurEdit_, CurCmb_})
+            editor->setGeometry(grid_.CellRect(row_, column_));
+    };
+    connect(grid.horizontalHeader(), &QHeaderView::sectionResized, this, follow);
+    connect(grid.horizontalScrollBar(), &QScrollBar::valueChanged, this, follow);
+    connect(grid.verticalScrollBar(), &QScrollBar::valueChanged, this, follow);
+}
+
+void ValueEditors::Place(QWidget* editor) {
+    row_ = grid_.Row();
+    column_ = grid_.Col();
+    editor->setGeometry(grid_.CellRect(row_, column_));
+    editor->show();
+    editor->setFocus();
+}
+
+void ValueEditors::StartCellEditing() {
+    Settle();
+    CurEdit_->setText(grid_.Cells().Text(grid_.Row(), grid_.Col()));
+    Place(CurEdit_);
+    CurEdit_->selectAll();
+}
+
+void ValueEditors::OfferValues(const QStringList& values, Unfold unfold) {
+    Settle();
+    CurCmb_->clear();
+    CurCmb_->addItems(values);
+    const QString text = grid_.Cells().Text(grid_.Row(), grid_.Col());
+    CurCmb_->setCurrentIndex(int(values.indexOf(text)));
+    CurCmb_->setEditText(text);
+    Place(CurCmb_);
+    if (unfold == Unfold::Yes)
+        CurCmb_->showPopup();
+}
+
+void ValueEditors::Close(QWidget* editor) {
+    if (!editor->isVisibleTo(&grid_))
+        return;
+    CurCmb_->hidePopup();
+    // A focused control that hides would hand the focus on to whatever comes next.
+    if (editor->hasFocus() || editor->isAncestorOf(grid_.window()->focusWidget()))
+        grid_.setFocus();
+    editor->hide();
+}
+
+void ValueEditors::Enter() {
+    if (IsEditing()) {
+        const QString text = OneLine(CurEdit_->text());
+        Close(CurEdit_);
+        Q_EMIT TextEntered(row_, column_, text);
+    } else if (IsOffering()) {
+        const QString text = CurCmb_->currentText();
+        Close(CurCmb_);
+        Q_EMIT TextEntered(row_, column_, text);
+    }
+}
+
+void ValueEditors::Settle() {
+    if (IsEditing())
+        Enter();
+    CloseList();
+}
+
+void ValueEditors::CloseList() {
+    Close(CurCmb_);
+}
+
+void ValueEditors::StartTyping(QEvent* event) {
+    if (IsEditing()) {
+        CurEdit_->selectAll();
+        QCoreApplication::sendEvent(CurEdit_, event);
+    } else if (IsOffering() && event->type() == QEvent::KeyPress) {
+        QCoreApplication::sendEvent(CurCmb_, event);
+    }
+}
+
+// Goes from the open editor to the row so many rows below.
+void ValueEditors::Leave(int step) {
+    const int row = row_ + step;
+    Settle();
+    Q_EMIT GoOn(row);
+}
+
+void ValueEditors::StepList(int step) {
+    const int index = CurCmb_->currentIndex() + step;
+    if (index >= 0 && index < CurCmb_->count())
+        CurCmb_->setCurrentIndex(index);
+}
+
+bool ValueEditors::EditKey(const QKeyEvent& event) {
+    if (IsEnter(event)) {
+        Enter();
+        return true;
+    }
+    switch (event.key()) {
+    case Qt::Key_Escape:
+        Close(CurEdit_);
+        return true;
+    case Qt::Key_Tab:
+    case Qt::Key_Down:
+        Leave(1);
+        return true;
+    case Qt::Key_Backtab:
+    case Qt::Key_Up:
+        Leave(-1);
+        return true;
+    default:
+        return false;
+    }
+}
+
+bool ValueEditors::ListKey(const QKeyEvent& event) {
+    if (IsEnter(event)) {
+        Q_EMIT ValueChosen(row_, CurCmb_->currentText());
+        return true;
+    }
+    switch (event.key()) {
+    case Qt::Key_Escape:
+        CloseList();
+        return true;
+    case Qt::Key_Tab:
+        Leave(1);
+        return true;
+    case Qt::Key_Backtab:
+        Leave(-1);
+        return true;
+    case Qt::Key_Space:
+        CurCmb_->showPopup();
+        return true;
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+        if (event.modifiers() & Qt::AltModifier)
+            CurCmb_->showPopup();
+        else
+            StepList(event.key() == Qt::Key_Up ? -1 : 1);
+        return true;
+    default:
+        break;
+    }
+    if (event.text().isEmpty() || !event.text().front().isPrint())
+        return false;
+    CurCmb_->view()->keyboardSearch(event.text());
+    CurCmb_->setCurrentIndex(CurCmb_->view()->currentIndex().row());
+    return true;
+}
+
+bool ValueEditors::eventFilter(QObject* watched, QEvent* event) {
+    const bool inList = watched == CurCmb_ || watched == CurCmb_->lineEdit();
+    switch (event->type()) {
+    case QEvent::ShortcutOverride:
+        // While an editor is open its keys belong to no button or menu.
+        if (const auto* key = static_cast<QKeyEvent*>(event); IsEnter(*key) || key->key() == Qt::Key_Escape) {
+            event->accept();
+            return true;
+        }
+        break;
+    case QEvent::KeyPress: {
+        const auto& key = *static_cast<QKeyEvent*>(event);
+        if (watched == CurEdit_)
+            return EditKey(key);
+        if (inList)
+            return ListKey(key);
+        // In the unfolded list one Escape closes both.
+        if (key.key() == Qt::Key_Escape) {
+            CloseList();
+            return true;
+        }
+        break;
+    }
+    case QEvent::FocusOut: {
+        const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();
+        if (reason == Qt::MouseFocusReason || reason == Qt::TabFocusReason ||
+            reason == Qt::BacktabFocusReason)
+            Settle();
+        break;
+    }
+    case QEvent::Wheel:
+        // Turning over the closed list must not choose anything.
+        if (inList)
+            return true;
+        break;
+    case QEvent::MouseButtonPress:
+        if (watched == CurCmb_->lineEdit()) {
+            CurCmb_->showPopup();
+            return true;
+        }
+        break;
+    default:
+        break;
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+} // namespace velmo

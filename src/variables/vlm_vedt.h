@@ -1,0 +1,88 @@
+#pragma once
+
+#include "platform/grid.h"
+#include "platform/message_boxes.h"
+#include "platform/modal_window.h"
+#include "platform/settings_store.h"
+#include "startup/global_state.h"
+#include "variables/current_values.h"
+#include "variables/dimension_table.h"
+#include "variables/value_editors.h"
+
+#include <QLabel>
+#include <QPushButton>
+#include <QToolBar>
+
+namespace velmo {
+
+class SlideView;
+
+// The variable window: the chosen symbol's dimension table and variables, with the current values that go to
+// the CAD side.
+class VLM_VEDT : public ModalWindow {
+    Q_OBJECT
+
+public:
+    VLM_VEDT(GlobalState& state, SettingsStore& settings, MessageBoxes& messages);
+
+    // Reads the symbol of SymbolFile and its table and restores what was confirmed last. Every failure ends
+    // the program.
+    void Load();
+
+Q_SIGNALS:
+    // The user cancelled with the button.
+    void Cancelled();
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    void BuildControls();
+    QWidget* BuildVariablePane();
+    QWidget* BuildTablePane();
+    void ConnectControls();
+
+    void ReadSymbol();
+    void RestoreChoice();
+    void ShowSymbol();
+    void ShowHint();
+
+    bool IsTableEditing() const { return state_.RunMode == run_mode::UserLibrary; }
+    ValueGrids Values();
+    void ChooseTableRow(int row);
+    void ShowChosenRow();
+    void OpenValueEditor(int row, ValueEditors::Unfold unfold);
+    void ActivateVariable(int row);
+    void ApplyDropDown(int row, const QString& value);
+    void EnterText(int row, int column, const QString& text);
+    void TypeOver(QEvent* event);
+
+    bool CheckVariableGrid();
+    bool CheckCharacters();
+    bool MayAnswer();
+    void FinishAnswer();
+    void Confirm();
+    void Measure();
+    void Cancel();
+    void BackToTree();
+
+    GlobalState& state_;
+    SettingsStore& settings_;
+    MessageBoxes& messages_;
+
+    GridCells variables_{GridCells::FirstColumn::Texts};
+    DimensionTable table_;
+
+    Grid* Vedt_NowFGrid_ = nullptr;
+    Grid* Vedt_FlexGrid_ = nullptr;
+    ValueEditors* editors_ = nullptr;
+    SlideView* slide_ = nullptr;
+    QToolBar* Vedt_Toolbar_ = nullptr;
+    QAction* measure_ = nullptr;
+    QPushButton* Vedt_OKBtn_ = nullptr;
+    QPushButton* VEdt_CanBtn_ = nullptr;
+    QPushButton* Vedt_TreeBtn_ = nullptr;
+    QLabel* hint_ = nullptr;
+};
+
+} // namespace velmo

@@ -1,0 +1,69 @@
+#include "acceptance_test.h"
+
+namespace velmo {
+
+void AcceptanceTest::Start() {
+    FinishRun();
+    run_ = std::make_unique<VelmoRun>(session_.LaunchOf(VELMO_PROGRAM, TEST_PLUGIN_FOLDER));
+}
+
+void AcceptanceTest::StartWith(const QString& window) {
+    Start();
+    Run().WaitForWindow(window);
+}
+
+int AcceptanceTest::End() {
+    return Run().WaitForEnd();
+}
+
+void AcceptanceTest::FinishRun() {
+    if (run_ == nullptr)
+        return;
+    try {
+        // Asking anything reports a message that is still open.
+        if (!HasFailure() && !run_->HasEnded())
+            run_->Windows();
+    } catch (const HarnessError& error) {
+        ADD_FAILURE() << error.what();
+    }
+    const QString errors = run_->ErrorOutput();
+    if (errors.contains("Sanitizer") || errors.contains("runtime error:"))
+        ADD_FAILURE() << errors.toStdString();
+    run_.reset();
+}
+
+void AcceptanceTest::ChooseCategory(const QStringList& path) {
+    for (qsizetype depth = 1; depth < path.size(); ++depth) {
+        const Item above = Item::Path(path.first(depth));
+        if (!Run().Describe("VlmTreeView", above)["expanded"].toBool())
+            Run().ClickBranch("VlmTreeView", above);
+    }
+    Run().Click("VlmTreeView", Item::Path(path));
+}
+
+void AcceptanceTest::OpenEntry(const QStringList& category, const QString& entry) {
+    ChooseCategory(category);
+    Run().Click("VlmPdfList", Item::Named(entry));
+    Run().ClickAction("Tbar_Open");
+    Run().WaitForWindow("VLM_VEDT");
+}
+
+QString AcceptanceTest::TableText(int row, int col) {
+    const QJsonObject view = Run().View("Vedt_FlexGrid");
+    if (row == 0)
+        return view["columnHeaders"][col - 1].toString();
+    if (col == 0)
+        return view["rowHeaders"][row - 1].toString();
+    return view["texts"][row - 1][col - 1].toString();
+}
+
+QString AcceptanceTest::VariableText(int row, int col) {
+    const QJsonObject view = Run().View("Vedt_NowFGrid");
+    return row == 0 ? view["columnHeaders"][col].toString() : view["texts"][row - 1][col].toString();
+}
+
+QStringList AcceptanceTest::Values() {
+    return Run().Column("Vedt_NowFGrid", 1);
+}
+
+} // namespace velmo

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "acceptance/small_library.h"
+#include "acceptance/velmo_run.h"
+#include "acceptance/velmo_session.h"
+
+#include <gmock/gmock.h>
+
+#include <memory>
+
+namespace velmo {
+
+// A session on the small library, and runs of the real program in it. A run that a test leaves with a message
+// nobody answered, or that a sanitizer complained about, fails the test.
+class AcceptanceTest : public testing::Test {
+protected:
+    void SetUp() override { WriteSmallLibrary(session_); }
+    void TearDown() override { FinishRun(); }
+
+    // Starts the program; a run before must have ended.
+    void Start();
+    // The same, and waits for the window.
+    void StartWith(const QString& window);
+    VelmoRun& Run() { return *run_; }
+    // The exit status of a run that ends by itself.
+    int End();
+
+    // Chooses an entry of the browser and opens it in the variable window.
+    void OpenEntry(const QStringList& category, const QString& entry);
+    // Selects a category, opening the ones above it.
+    void ChooseCategory(const QStringList& path);
+
+    // Cell texts by the windows' own numbers: row 0 is the header row, column 0 of the table its row labels.
+    QString TableText(int row, int col);
+    QString VariableText(int row, int col);
+    QStringList Values();
+    void ClickTable(int row, int col) { Run().Click("Vedt_FlexGrid", Item::Cell(row - 1, col - 1)); }
+    void ClickVariable(int row, int col) { Run().Click("Vedt_NowFGrid", Item::Cell(row - 1, col)); }
+
+    VelmoSession session_;
+
+private:
+    void FinishRun();
+
+    std::unique_ptr<VelmoRun> run_;
+};
+
+} // namespace velmo

@@ -1,0 +1,201 @@
+#include "describe.h"
+
+#include "controls.h"
+#include "driver_error.h"
+#include "items.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QComboBox>
+#include <QLabel>
+#include <QMetaProperty>
+#include <QPushButton>
+#include <QStatusBar>
+
+#include <algorithm>
+
+namespace velmo::driver {
+
+namespace {
+
+struct ButtonName {
+    QMessageBox::StandardButton button;
+    const char* name;
+};
+
+constexpr ButtonName buttonNames[] = {
+    {QMessageBox::Ok, "Ok"},         {QMessageBox::Yes, "Yes"},       {QMessageBox::No, "No"},
+    {QMessageBox::Cancel, "Cancel"}, {QMessageBox::Close, "Close"},   {QMessageBox::Abort, "Abort"},
+    {QMessageBox::Retry, "Retry"},   {QMessageBox::Ignore, "Ignore"},
+};
+
+QString TextOf(const QWidget* widget) {
+    for (const char* property : {"text", "currentText", "plainText", "title"}) {
+        if (widget->metaObject()->indexOfProperty(property) >= 0)
+            return widget->property(property).toString();
+    }
+    return widget->isWindow() ? widget->windowTitle() : QString();
+}
+
+QJsonArray Rect(const QRect& rect) {
+    return {rect.x(), rect.y(), rect.width(), rect.height()};
+}
+
+QString DumpWidget(const QWidget* widget, const QString& indent) {
+    QString line =
+        indent + NearestName(widget) + " [" + widget->metaObject()->className() + "] " + TextOf(widget);
+    if (!widget->isEnabled())
+        line += " (disabled)";
+    if (widget->hasFocus())
+        line += " (focus)";
+    line += '\n';
+    const auto* view = qobject_cast<const QAbstractItemView*>(widget);
+    if (view == nullptr || view->model() == nullptr)
+        return line;
+    const QAbstractItemModel* model = view->model();
+    constexpr int mostRows = 30;
+    for (int row = 0; row < std::min(model->rowCount(), mostRows); ++row) {
+        QStringList cells;
+        for (int col = 0; col < model->columnCount(); ++col)
+            cells.append(model->index(row, col).data().toString());
+        line += indent + "    | " + cells.join(" | ") + '\n';
+    }
+    return line;
+}
+
+} // namespace
+
+QJsonArray DescribeWindows() {
+    QJsonArray windows;
+    const QList<QWidget*> visible = VisibleWindows();
+    for (const QWidget* window : visible) {
+        QJsonObject one = DescribeWidget(window);
+        one["title"] = window->windowTitle();
+        one["modal"] = window->isModal();
+        one["active"] = window->isActiveWindow();
+        one["minimized"] = window->isMinimized();
+        one["blocked"] = IsBlocked(window);
+        windows.append(one);
+    }
+    return windows;
+}
+
+QJsonObject DescribeWidget(const QWidget* widget) {
+    const QWidget* window = widget->window();
+    const QRect inWindow(widget->mapTo(window, QPoint()), widget->size());
+    return {{"name", widget->objectName()},
+            {"class", widget->metaObject()->className()},
+            {"window", window->objectName()},
+            {"visible", widget->isVisible()},
+            {"enabled", widget->isEnabled()},
+            {"focus", QApplication::focusWidget() != nullptr &&
+                          (widget->hasFocus() || widget->isAncestorOf(QApplication::focusWidget()))},
+            {"text", TextOf(widget)},
+            {"rect", Rect(widget->isWindow() ? widget->geometry() : inWindow)},
+            {"onTop", window->windowFlags().testFlag(Qt::WindowStaysOnTopHint)},
+            {"windowType", static_cast<int>(window->windowType())}};
+}
+
+QJsonValue PropertyValue(const QWidget* widget, const QString& property) {
+    const QMetaObject* meta = widget->metaObject();
+    const int at = meta->indexOfProperty(property.toUtf8().constData());
+    const QVariant value =
+        at >= 0 ? meta->property(at).read(widget) : widget->property(property.toUtf8().constData());
+    if (!value.isValid())
+        throw DriverError(widget->objectName() + " has no property " + property);
+    switch (value.userType()) {
+    case QMetaType::QRect:
+        return Rect(value.toRect());
+    case QMetaType::QSize:
+        return QJsonArray{value.toSize().width(), value.toSize().height()};
+    case QMetaType::QPoint:
+        return QJsonArray{value.toPoint().x(), value.toPoint().y()};
+    default:
+        break;
+    }
+    if (at >= 0 && meta->property(at).isEnumType())
+        return value.toInt();
+    return QJsonValue::fromVariant(value);
+}
+
+QJsonObject DescribeAction(QAction* action) {
+    return {{"text", action->text()},
+            {"visible", action->isVisible()},
+            {"enabled", action->isEnabled()},
+            {"checkable", action->isCheckable()},
+            {"checked", action->isChecked()},
+            {"icon", !action->icon().isNull()},
+            {"shown", ActionSpot(action).widget != nullptr}};
+}
+
+QMessageBox* OpenBox() {
+    if (auto* modal = qobject_cast<QMessageBox*>(QApplication::activeModalWidget()))
+        return modal;
+    const QList<QWidget*> windows = VisibleWindows();
+    for (QWidget* window : windows) {
+        if (auto* box = qobject_cast<QMessageBox*>(window))
+            return box;
+    }
+    return nullptr;
+}
+
+QJsonObject DescribeBox(QMessageBox* box) {
+    static int lastSerial = 0;
+    if (!box->property("velmoTestSerial").isValid())
+        box->setProperty("velmoTestSerial", ++lastSerial);
+    QJsonArray buttons;
+    const QList<QAbstractButton*> all = box->buttons();
+    for (QAbstractButton* button : all) {
+        QString name;
+        for (const ButtonName& known : buttonNames) {
+            if (known.button == box->standardButton(button))
+                name = known.name;
+        }
+        buttons.append(QJsonObject{
+            {"name", name}, {"caption", button->text()}, {"default", button == box->defaultButton()}});
+    }
+    return {{"serial", box->property("velmoTestSerial").toInt()},
+            {"title", box->windowTitle()},
+            {"text", box->text()},
+            {"informative", box->informativeText()},
+            {"icon", static_cast<int>(box->icon())},
+            {"buttons", buttons}};
+}
+
+QAbstractButton* BoxButton(const QMessageBox* box, const QString& name) {
+    for (const ButtonName& known : buttonNames) {
+        if (name == known.name && box->button(known.button) != nullptr)
+            return box->button(known.button);
+    }
+    throw DriverError("the message box has no button " + name);
+}
+
+QJsonArray PanelTexts(const QWidget* statusBar) {
+    QList<QLabel*> labels = statusBar->findChildren<QLabel*>();
+    std::sort(labels.begin(), labels.end(), [](const QLabel* a, const QLabel* b) { return a->x() < b->x(); });
+    QJsonArray texts;
+    for (const QLabel* label : std::as_const(labels))
+        texts.append(label->text());
+    return texts;
+}
+
+QString Dump() {
+    QString text;
+    const QList<QWidget*> windows = VisibleWindows();
+    for (QWidget* window : windows) {
+        text += DumpWidget(window, {});
+        if (const auto* box = qobject_cast<QMessageBox*>(window)) {
+            text += "    title: " + box->windowTitle() + "\n    text: " + box->text() + '\n';
+            continue;
+        }
+        const QList<QWidget*> children = window->findChildren<QWidget*>();
+        for (const QWidget* child : children) {
+            const bool own = !child->objectName().isEmpty() && !child->objectName().startsWith("qt_");
+            if (child->window() == window && child->isVisible() && own)
+                text += DumpWidget(child, "    ");
+        }
+    }
+    return text.isEmpty() ? QString("no visible window\n") : text;
+}
+
+} // namespace velmo::driver

@@ -1,0 +1,14 @@
+#include "driver_plugin.h"
+
+#include "test_driver.h"
+
+namespace velmo::driver {
+
+QObject* DriverPlugin::create(const QString& name, const QString&) {
+    const QString server = qEnvironmentVariable("VELMO_TEST_SERVER");
+    if (name != "velmotestdriver" || server.isEmpty())
+        return nullptr;
+    return new TestDriver(server);
+}
+
+} // namespace velmo::driver
