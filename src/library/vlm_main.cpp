@@ -66,7 +66,7 @@ void VLM_MAIN::BuildPanes() {
     VlmTreeView_ = Named(new KeyedTree, "VlmTreeView", QStringLiteral("分類ツリー"));
     VlmTreeSlide_ = Named(new SlideView, "VlmTreeSlide", QStringLiteral("分類のスライド"));
     VlmPDFSlide_ = Named(new SlideView, "VlmPDFSlide", QStringLiteral("シンボルのスライド"));
-    VlmPdfList_ = Named(new QListView, "VlmPdfList", QStringLiteral("シンボルの一覧"));
+    VlmPdfList_ = Named(new KeepsSelection<QListView>, "VlmPdfList", QStringLiteral("シンボルの一覧"));
     VlmPDFSlide_->installEventFilter(this);
     VlmTreeSlide_->SetEmptyText(QStringLiteral("この分類にスライドはありません"));
     VlmPDFSlide_->SetEmptyText(QStringLiteral("一覧からシンボルを選んでください"));

@@ -33,7 +33,6 @@ Grid::Grid(const GridCells& cells, QWidget* parent)
     setWordWrap(false);
     setCornerButtonEnabled(false);
     setHorizontalScrollMode(ScrollPerPixel);
-    setAttribute(Qt::WA_InputMethodEnabled);
     horizontalHeader()->setHighlightSections(false);
     horizontalHeader()->setMinimumSectionSize(24);
     // A fixed height: thousands of rows are not asked for theirs.

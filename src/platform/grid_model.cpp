@@ -92,6 +92,12 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
     }
 }
 
+Qt::ItemFlags GridModel::flags(const QModelIndex& index) const {
+    const Qt::ItemFlags flags = QAbstractTableModel::flags(index);
+    // The view offers the input method only where something can be entered.
+    return index.isValid() && !cells_.IsMessage() ? flags | Qt::ItemIsEditable : flags;
+}
+
 QVariant GridModel::headerData(int section, Qt::Orientation orientation, int role) const {
     const bool across = orientation == Qt::Horizontal;
     if (cells_.IsMessage() || section < 0 || section >= (across ? columns_ : rows_))

@@ -5,7 +5,7 @@
 
 namespace velmo {
 
-KeyedTree::KeyedTree(QWidget* parent) : QTreeView(parent), model_(new KeyedTreeModel(this)) {
+KeyedTree::KeyedTree(QWidget* parent) : KeepsSelection(parent), model_(new KeyedTreeModel(this)) {
     setModel(model_);
     setHeaderHidden(true);
     setUniformRowHeights(true);
@@ -58,9 +58,6 @@ void KeyedTree::mousePressEvent(QMouseEvent* event) {
     const QModelIndex pressed = indexAt(event->position().toPoint());
     if (!pressed.isValid() || !visualRect(pressed).contains(event->position().toPoint()))
         return;
-    // A press with Ctrl takes the selection away; here one category is always the selected one.
-    if (!selectionModel()->isSelected(pressed))
-        setCurrentIndex(pressed);
     if (!told_)
         Q_EMIT NodeClicked(model_->Key(pressed));
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/keeps_selection.h"
 #include "platform/keyed_tree_model.h"
 
 #include <QTreeView>
@@ -8,7 +9,7 @@ namespace velmo {
 
 // A tree whose nodes are addressed by their keys. Everything that takes a key throws 35601 when no node has
 // it.
-class KeyedTree : public QTreeView {
+class KeyedTree : public KeepsSelection<QTreeView> {
     Q_OBJECT
 
 public:

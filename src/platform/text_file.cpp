@@ -9,7 +9,7 @@ namespace velmo {
 
 namespace {
 
-constexpr qsizetype ChunkBytes = 64 * 1024;
+constexpr qsizetype ChunkBytes = 65'536;
 
 } // namespace
 
@@ -53,7 +53,7 @@ QString TextReader::ReadLine() {
         if (complete || !Fill())
             break;
     }
-    const QString line = decoder_.Decode(QByteArrayView(buffer_).sliced(at_, length));
+    QString line = decoder_.Decode(QByteArrayView(buffer_).sliced(at_, length));
     at_ += length;
     if (at_ < buffer_.size()) {
         const bool pair = buffer_[at_] == '\r' && at_ + 1 < buffer_.size() && buffer_[at_ + 1] == '\n';

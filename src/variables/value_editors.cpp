@@ -1,6 +1,7 @@
 #include "variables/value_editors.h"
 
 #include <QAbstractItemView>
+#include <QCoreApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QScrollBar>

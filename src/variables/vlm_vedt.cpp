@@ -3,7 +3,6 @@
 #include "platform/files.h"
 #include "platform/guarded.h"
 #include "platform/slide_view.h"
-#include "platform/window_places.h"
 #include "startup/hand_off_files.h"
 #include "startup/settings_keys.h"
 #include "variables/last_choice.h"
@@ -11,38 +10,14 @@
 #include "variables/variable_answer.h"
 #include "variables/work_database.h"
 
-#include <QAction>
-#include <QBoxLayout>
-#include <QHeaderView>
 #include <QKeyEvent>
 #include <QProgressDialog>
-#include <QSplitter>
-#include <QStatusBar>
-
-// A static library's resources are not registered by themselves; outside any namespace, as the macro demands.
-static void RegisterVariableIcons() {
-    Q_INIT_RESOURCE(variables_icons);
-}
 
 namespace velmo {
 
 namespace keys = settings_keys;
 
 namespace {
-
-// Twips.
-constexpr int VariableGridLeft = 120;
-constexpr int VariableGridTop = 600;
-constexpr int VariableGridWidth = 3860;
-constexpr int VariableGridHeight = 2775;
-constexpr int VariableColumnWidth = 1750;
-constexpr int MessageWidth = 3600;
-constexpr int WindowWidth = 12600;
-constexpr int WindowHeight = 8700;
-
-// Pixels.
-constexpr int Gap = 8;
-constexpr int ButtonWidth = 100;
 
 // Shown while a large table is read, from the moment at which the user begins to wonder.
 constexpr int ProgressDelayMilliseconds = 500;
@@ -81,124 +56,43 @@ VLM_VEDT::VLM_VEDT(GlobalState& state, SettingsStore& settings, MessageBoxes& me
     : state_(state), settings_(settings), messages_(messages) {
     setObjectName(QStringLiteral("VLM_VEDT"));
     variables_.SetCols(2);
-    BuildControls();
+    ui_.SetUp(*this, variables_, table_.cells);
     ConnectControls();
 }
 
-void VLM_VEDT::BuildControls() {
-    auto* panes = new QSplitter(Qt::Vertical);
-    panes->setChildrenCollapsible(false);
-    panes->addWidget(BuildVariablePane());
-    panes->addWidget(BuildTablePane());
-    panes->setStretchFactor(0, 0);
-    panes->setStretchFactor(1, 1);
-    setCentralWidget(panes);
-
-    hint_ = new QLabel;
-    hint_->setTextFormat(Qt::PlainText);
-    hint_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    statusBar()->addWidget(hint_, 1);
-
-    resize(TwipsToPixels(WindowWidth), TwipsToPixels(WindowHeight));
-    const int variablePane = TwipsToPixels(VariableGridTop + VariableGridHeight) + Gap;
-    panes->setSizes({variablePane, height() - variablePane});
-}
-
-// The tool bar, the variable grid and the symbol's picture.
-QWidget* VLM_VEDT::BuildVariablePane() {
-    RegisterVariableIcons();
-    Vedt_Toolbar_ = new QToolBar;
-    Vedt_Toolbar_->setObjectName(QStringLiteral("Vedt_Toolbar"));
-    Vedt_Toolbar_->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
-    Vedt_Toolbar_->setFixedHeight(TwipsToPixels(VariableGridTop));
-    measure_ = Vedt_Toolbar_->addAction(QIcon(QStringLiteral(":/variables/icons/measure.svg")),
-                                        QStringLiteral("測定"));
-    measure_->setObjectName(QStringLiteral("TB_POINT"));
-    measure_->setToolTip(QStringLiteral("選択中の変数の値を図面上で測ります"));
-
-    Vedt_NowFGrid_ = new Grid(variables_);
-    Vedt_NowFGrid_->setObjectName(QStringLiteral("Vedt_NowFGrid"));
-    Vedt_NowFGrid_->setAccessibleName(QStringLiteral("変数と現在の値"));
-    Vedt_NowFGrid_->setFixedWidth(TwipsToPixels(VariableGridWidth));
-    slide_ = new SlideView;
-    slide_->setObjectName(QStringLiteral("Vedt_Slide"));
-    slide_->setAccessibleName(QStringLiteral("シンボルのスライド"));
-    slide_->SetEmptyText(QStringLiteral("このシンボルにスライドはありません"));
-
-    auto* pane = new QWidget;
-    auto* side = new QHBoxLayout;
-    side->setContentsMargins(TwipsToPixels(VariableGridLeft), 0, Gap, Gap);
-    side->setSpacing(Gap);
-    side->addWidget(Vedt_NowFGrid_);
-    side->addWidget(slide_, 1);
-    auto* all = new QVBoxLayout(pane);
-    all->setContentsMargins(0, 0, 0, 0);
-    all->setSpacing(0);
-    all->addWidget(Vedt_Toolbar_);
-    all->addLayout(side, 1);
-    return pane;
-}
-
-// The table grid and the buttons that end the window.
-QWidget* VLM_VEDT::BuildTablePane() {
-    Vedt_FlexGrid_ = new Grid(table_.cells);
-    Vedt_FlexGrid_->setObjectName(QStringLiteral("Vedt_FlexGrid"));
-    Vedt_FlexGrid_->setAccessibleName(QStringLiteral("寸法表"));
-
-    const auto button = [](const char* name, const QString& text) {
-        auto* made = new QPushButton(text);
-        made->setObjectName(QLatin1String(name));
-        made->setAutoDefault(true);
-        made->setMinimumWidth(ButtonWidth);
-        return made;
-    };
-    Vedt_TreeBtn_ = button("Vedt_TreeBtn", QStringLiteral("ツリーへ戻る"));
-    Vedt_OKBtn_ = button("Vedt_OKBtn", QStringLiteral("OK"));
-    VEdt_CanBtn_ = button("VEdt_CanBtn", QStringLiteral("キャンセル"));
-    Vedt_OKBtn_->setDefault(true);
-
-    auto* pane = new QWidget;
-    auto* buttons = new QHBoxLayout;
-    buttons->setSpacing(Gap);
-    buttons->addWidget(Vedt_TreeBtn_);
-    buttons->addStretch(1);
-    buttons->addWidget(Vedt_OKBtn_);
-    buttons->addWidget(VEdt_CanBtn_);
-    auto* all = new QVBoxLayout(pane);
-    all->setContentsMargins(TwipsToPixels(VariableGridLeft), 0, Gap, 0);
-    all->setSpacing(Gap);
-    all->addWidget(Vedt_FlexGrid_, 1);
-    all->addLayout(buttons);
-    return pane;
+// The grids go before the cells that they show.
+VLM_VEDT::~VLM_VEDT() {
+    delete takeCentralWidget();
 }
 
 void VLM_VEDT::ConnectControls() {
-    editors_ = new ValueEditors(*Vedt_NowFGrid_);
+    editors_ = new ValueEditors(*ui_.Vedt_NowFGrid);
     const auto guarded = [this](auto action) {
         return
             [this, action](auto... arguments) { RunGuarded(messages_, this, [&] { action(arguments...); }); };
     };
     const auto chooseRow = guarded([this](int row, int) { ChooseTableRow(row); });
-    connect(Vedt_FlexGrid_, &Grid::CellClicked, this, chooseRow);
-    connect(Vedt_FlexGrid_, &Grid::CellActivated, this, chooseRow);
-    connect(Vedt_NowFGrid_, &Grid::CellClicked, this, guarded([this](int row, int column) {
+    connect(ui_.Vedt_FlexGrid, &Grid::CellClicked, this, chooseRow);
+    connect(ui_.Vedt_FlexGrid, &Grid::CellActivated, this, chooseRow);
+    connect(ui_.Vedt_NowFGrid, &Grid::CellClicked, this, guarded([this](int row, int column) {
                 if (column == 1)
                     OpenValueEditor(row, ValueEditors::Unfold::Yes);
             }));
-    connect(Vedt_NowFGrid_, &Grid::CellActivated, this,
+    connect(ui_.Vedt_NowFGrid, &Grid::CellActivated, this,
             guarded([this](int row, int) { ActivateVariable(row); }));
-    connect(Vedt_NowFGrid_, &Grid::TypingStarted, this, guarded([this](QEvent* event) { TypeOver(event); }));
-    connect(Vedt_NowFGrid_, &Grid::EscapePressed, editors_, &ValueEditors::CloseList);
+    connect(ui_.Vedt_NowFGrid, &Grid::TypingStarted, this,
+            guarded([this](QEvent* event) { TypeOver(event); }));
+    connect(ui_.Vedt_NowFGrid, &Grid::EscapePressed, editors_, &ValueEditors::CloseList);
     connect(editors_, &ValueEditors::TextEntered, this,
             guarded([this](int row, int column, const QString& text) { EnterText(row, column, text); }));
     connect(editors_, &ValueEditors::ValueChosen, this,
             guarded([this](int row, const QString& value) { ApplyDropDown(row, value); }));
     connect(editors_, &ValueEditors::GoOn, this,
             guarded([this](int row) { OpenValueEditor(row, ValueEditors::Unfold::No); }));
-    connect(Vedt_OKBtn_, &QPushButton::clicked, this, guarded([this](bool) { Confirm(); }));
-    connect(VEdt_CanBtn_, &QPushButton::clicked, this, guarded([this](bool) { Cancel(); }));
-    connect(Vedt_TreeBtn_, &QPushButton::clicked, this, guarded([this](bool) { BackToTree(); }));
-    connect(measure_, &QAction::triggered, this, guarded([this](bool) { Measure(); }));
+    connect(ui_.Vedt_OKBtn, &QPushButton::clicked, this, guarded([this](bool) { Confirm(); }));
+    connect(ui_.VEdt_CanBtn, &QPushButton::clicked, this, guarded([this](bool) { Cancel(); }));
+    connect(ui_.Vedt_TreeBtn, &QPushButton::clicked, this, guarded([this](bool) { BackToTree(); }));
+    connect(ui_.TB_POINT, &QAction::triggered, this, guarded([this](bool) { Measure(); }));
 }
 
 void VLM_VEDT::Load() {
@@ -227,45 +121,34 @@ void VLM_VEDT::ReadSymbol() {
 }
 
 void VLM_VEDT::ShowSymbol() {
-    Vedt_NowFGrid_->CellsReplaced();
-    Vedt_FlexGrid_->CellsReplaced();
-    if (variables_.IsMessage()) {
-        Vedt_NowFGrid_->SetColWidth(0, MessageWidth);
-    } else {
-        Vedt_NowFGrid_->SetColWidth(0, VariableColumnWidth);
-        Vedt_NowFGrid_->SetColWidth(1, VariableColumnWidth);
-    }
-    if (table_.cells.IsMessage())
-        Vedt_FlexGrid_->SetColWidth(0, MessageWidth);
-    else
-        Vedt_FlexGrid_->FitColumns();
-    slide_->ShowSlide(state_.SymbolFile.chopped(4) + QStringLiteral(".SLD"));
-    (table_.rows > 0 ? Vedt_FlexGrid_ : Vedt_NowFGrid_)->setFocus();
+    ui_.ShowCells();
+    ui_.Vedt_Slide->ShowSlide(state_.SymbolFile.chopped(4) + QStringLiteral(".SLD"));
+    (table_.rows > 0 ? ui_.Vedt_FlexGrid : ui_.Vedt_NowFGrid)->setFocus();
     ShowHint();
 }
 
 void VLM_VEDT::ShowHint() {
     if (variables_.IsMessage() || IsTableEditing())
-        hint_->clear();
+        ui_.hint->clear();
     else if (table_.rows > 0)
-        hint_->setText(
+        ui_.hint->setText(
             QStringLiteral("寸法表の行を選ぶと値が入ります。値は「現在の値」をクリックして変えられます。"));
     else
-        hint_->setText(QStringLiteral("「現在の値」をクリックして値を入れてください。"));
+        ui_.hint->setText(QStringLiteral("「現在の値」をクリックして値を入れてください。"));
 }
 
 void VLM_VEDT::RestoreChoice() {
     const LastChoice choice = RestoreLastChoice(state_, settings_, variables_);
-    Vedt_NowFGrid_->TextsChanged();
+    ui_.Vedt_NowFGrid->TextsChanged();
     if (state_.RunMode == run_mode::ReturnFromMeasure) {
         settings_.Save(keys::VlmMode, run_mode::VariableInput);
         settings_.Flush();
         state_.RunMode = run_mode::VariableInput;
     }
-    Vedt_NowFGrid_->SetCurrentCell(choice.variableRow, 1);
+    ui_.Vedt_NowFGrid->SetCurrentCell(choice.variableRow, 1);
     const bool stillThere = choice.tableRow >= 1 && choice.tableRow <= table_.rows;
     state_.TableLast = stillThere ? choice.tableRow : std::int16_t(1);
-    Vedt_FlexGrid_->SetHighlight(IsTableEditing() ? Grid::Highlight::Cell : Grid::Highlight::Row);
+    ui_.Vedt_FlexGrid->SetHighlight(IsTableEditing() ? Grid::Highlight::Cell : Grid::Highlight::Row);
     ShowChosenRow();
 }
 
@@ -276,22 +159,22 @@ ValueGrids VLM_VEDT::Values() {
 void VLM_VEDT::ShowChosenRow() {
     if (table_.rows == 0)
         return;
-    Vedt_FlexGrid_->SetCurrentCell(state_.TableLast, 1);
-    Vedt_FlexGrid_->MarkRow(IsTableEditing() ? 0 : state_.TableLast);
+    ui_.Vedt_FlexGrid->SetCurrentCell(state_.TableLast, 1);
+    ui_.Vedt_FlexGrid->MarkRow(IsTableEditing() ? 0 : state_.TableLast);
 }
 
 void VLM_VEDT::ChooseTableRow(int row) {
     if (table_.rows == 0 || variables_.IsMessage())
         return;
     editors_->Settle();
-    const RedrawPause pause{Vedt_FlexGrid_, Vedt_NowFGrid_};
+    const RedrawPause pause{ui_.Vedt_FlexGrid, ui_.Vedt_NowFGrid};
     state_.TableLast = std::int16_t(row);
     ShowChosenRow();
     if (IsTableEditing())
         return;
     CopyTableRow(Values());
-    Vedt_NowFGrid_->TextsChanged();
-    hint_->setText(
+    ui_.Vedt_NowFGrid->TextsChanged();
+    ui_.hint->setText(
         QStringLiteral("寸法表の %1 行目 (%2) の値を入れました。").arg(row).arg(table_.cells.Text(row, 1)));
 }
 
@@ -299,7 +182,7 @@ void VLM_VEDT::OpenValueEditor(int row, ValueEditors::Unfold unfold) {
     if (IsTableEditing() || row < 1 || row >= variables_.Rows())
         return;
     editors_->Settle();
-    Vedt_NowFGrid_->SetCurrentCell(row, 1);
+    ui_.Vedt_NowFGrid->SetCurrentCell(row, 1);
     const QStringList values = AllowedValues(Values(), row);
     if (values.isEmpty())
         editors_->StartCellEditing();
@@ -316,26 +199,26 @@ void VLM_VEDT::ActivateVariable(int row) {
 
 void VLM_VEDT::TypeOver(QEvent* event) {
     if (!editors_->IsEditing() && !editors_->IsOffering())
-        OpenValueEditor(Vedt_NowFGrid_->Row(), ValueEditors::Unfold::No);
+        OpenValueEditor(ui_.Vedt_NowFGrid->Row(), ValueEditors::Unfold::No);
     editors_->StartTyping(event);
 }
 
 void VLM_VEDT::ApplyDropDown(int row, const QString& value) {
     ApplyAllowedValue(Values(), row, value);
     editors_->CloseList();
-    Vedt_NowFGrid_->TextsChanged();
+    ui_.Vedt_NowFGrid->TextsChanged();
 }
 
 void VLM_VEDT::EnterText(int row, int column, const QString& text) {
     variables_.SetText(row, column, text);
-    Vedt_NowFGrid_->TextsChanged();
+    ui_.Vedt_NowFGrid->TextsChanged();
 }
 
 bool VLM_VEDT::CheckVariableGrid() {
     const int row = FirstRowWithoutValue(variables_);
     if (row == 0)
         return true;
-    Vedt_NowFGrid_->SetCurrentCell(row, 1);
+    ui_.Vedt_NowFGrid->SetCurrentCell(row, 1);
     messages_.Inform(this, QStringLiteral("値を入力してください。"));
     editors_->StartCellEditing();
     return false;
@@ -345,7 +228,7 @@ bool VLM_VEDT::CheckCharacters() {
     const std::optional<ForeignCharacter> found = FindForeignCharacter(state_, variables_);
     if (!found)
         return true;
-    Vedt_NowFGrid_->SetCurrentCell(found->row, found->column);
+    ui_.Vedt_NowFGrid->SetCurrentCell(found->row, found->column);
     messages_.Inform(
         this, QStringLiteral("文字「%1」は CAD に渡せません (コードページ 932 にない文字です)。\n\n項目: %2")
                   .arg(found->character, found->field));
@@ -380,7 +263,7 @@ void VLM_VEDT::Measure() {
         return;
     EndProgramOnError([this] { WriteAnswer(state_, variables_); });
     settings_.Save(keys::VlmMode, run_mode::ReturnFromMeasure);
-    settings_.Save(keys::DistNo, qMax(1, Vedt_NowFGrid_->Row()));
+    settings_.Save(keys::DistNo, qMax(1, ui_.Vedt_NowFGrid->Row()));
     FinishAnswer();
     close();
 }
@@ -401,7 +284,7 @@ void VLM_VEDT::BackToTree() {
 // Enter that no control has taken accepts the window.
 void VLM_VEDT::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
-        Vedt_OKBtn_->click();
+        ui_.Vedt_OKBtn->click();
     else
         ModalWindow::keyPressEvent(event);
 }

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "platform/grid.h"
 #include "platform/message_boxes.h"
 #include "platform/modal_window.h"
 #include "platform/settings_store.h"
@@ -8,14 +7,9 @@
 #include "variables/current_values.h"
 #include "variables/dimension_table.h"
 #include "variables/value_editors.h"
-
-#include <QLabel>
-#include <QPushButton>
-#include <QToolBar>
+#include "variables/vedt_controls.h"
 
 namespace velmo {
-
-class SlideView;
 
 // The variable window: the chosen symbol's dimension table and variables, with the current values that go to
 // the CAD side.
@@ -24,6 +18,7 @@ class VLM_VEDT : public ModalWindow {
 
 public:
     VLM_VEDT(GlobalState& state, SettingsStore& settings, MessageBoxes& messages);
+    ~VLM_VEDT() override;
 
     // Reads the symbol of SymbolFile and its table and restores what was confirmed last. Every failure ends
     // the program.
@@ -37,9 +32,6 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
-    void BuildControls();
-    QWidget* BuildVariablePane();
-    QWidget* BuildTablePane();
     void ConnectControls();
 
     void ReadSymbol();
@@ -73,16 +65,8 @@ private:
     GridCells variables_{GridCells::FirstColumn::Texts};
     DimensionTable table_;
 
-    Grid* Vedt_NowFGrid_ = nullptr;
-    Grid* Vedt_FlexGrid_ = nullptr;
+    VedtControls ui_;
     ValueEditors* editors_ = nullptr;
-    SlideView* slide_ = nullptr;
-    QToolBar* Vedt_Toolbar_ = nullptr;
-    QAction* measure_ = nullptr;
-    QPushButton* Vedt_OKBtn_ = nullptr;
-    QPushButton* VEdt_CanBtn_ = nullptr;
-    QPushButton* Vedt_TreeBtn_ = nullptr;
-    QLabel* hint_ = nullptr;
 };
 
 } // namespace velmo

@@ -1,6 +1,5 @@
-#include "startup/load_settings.h"
-
 #include "platform/files.h"
+#include "startup/load_settings.h"
 #include "support/temp_folder.h"
 
 #include <gtest/gtest.h>
@@ -13,8 +12,10 @@ protected:
     // Loads from a settings file with the lines given; {temp} stands for the exchange folder.
     GlobalState Load(QByteArray lines) {
         lines.replace("{temp}", folder_.Path("x").toUtf8());
-        folder_.Write("velmo.ini", "[Settings]\n" + lines);
-        const SettingsStore settings(NativePath(folder_.Path("velmo.ini")));
+        // Each a file of its own: two of the same size within one moment look unchanged to a store.
+        const QString ini = QStringLiteral("velmo%1.ini").arg(++loads_);
+        folder_.Write(ini, "[Settings]\n" + lines);
+        const SettingsStore settings(NativePath(folder_.Path(ini)));
         GlobalState state;
         LoadSettings(state, settings);
         return state;
@@ -23,6 +24,7 @@ protected:
     void Answer(const QByteArray& file) { folder_.Write("x\\velmo.ret2", file); }
 
     TempFolder folder_;
+    int loads_ = 0;
 };
 
 TEST_F(LoadSettingsTest, NoSettingsGiveTheDefaults) {

@@ -164,7 +164,7 @@ TEST_F(ValueEditorsTest, TypingWithAnInputMethodLosesNothing) {
     Open();
     Variables()->setFocus();
     Variables()->SetCurrentCell(2, 1);
-    EXPECT_TRUE(Variables()->inputMethodQuery(Qt::ImEnabled).toBool());
+    EXPECT_TRUE(Variables()->testAttribute(Qt::WA_InputMethodEnabled));
     QInputMethodEvent first(QStringLiteral("あ"), {});
     QApplication::sendEvent(Variables(), &first);
     ASSERT_TRUE(CurEdit()->isVisible());

@@ -104,7 +104,7 @@ TEST_F(VlmVedtTest, AClickOnATableRowCopiesItsValues) {
     EXPECT_EQ(Table()->Col(), 1);
     EXPECT_EQ(Table()->selectionModel()->selectedIndexes().size(), 3) << "the whole row";
     QTest::mouseClick(Table()->verticalHeader()->viewport(), Qt::LeftButton, {},
-                      {5, Table()->verticalHeader()->sectionViewportPosition(2) + 5});
+                      {5, Table()->verticalHeader()->sectionViewportPosition(2) + 10});
     EXPECT_EQ(symbol.state.TableLast, 3);
     EXPECT_EQ(CurrentValues(), (QStringList{"16", "5", "3"}));
 }
@@ -508,6 +508,17 @@ TEST_F(VlmVedtTest, EnterOnAButtonPressesIt) {
     Find<QPushButton>("VEdt_CanBtn")->setFocus();
     Press(Qt::Key_Return);
     EXPECT_EQ(symbol.folder.Read("velmo.ret2"), "NO SELECT\r\n");
+}
+
+TEST_F(VlmVedtTest, ControlAndEnterAcceptsFromTheKeyboardAlone) {
+    WriteRows();
+    Open();
+    Press(Qt::Key_Down);
+    Press(Qt::Key_Return);
+    Press(Qt::Key_Return, Qt::ControlModifier);
+    // The button shows itself pressed for a moment first.
+    EXPECT_TRUE(QTest::qWaitFor([this] { return symbol.state.Confirmed; }));
+    EXPECT_EQ(Setting("SmbTbl1"), QStringLiteral("12"));
 }
 
 } // namespace

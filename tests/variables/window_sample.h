@@ -10,6 +10,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTest>
+#include <QTimer>
 
 namespace velmo {
 
@@ -20,6 +21,15 @@ protected:
     WindowTest() : settings(symbol.folder.Path(QStringLiteral("Velmo2.ini")).replace(u'\\', u'/')) {
         symbol.Define({QStringLiteral("V12=PRO(\"W\",100)"), QStringLiteral("V3=PRO(\"H\",20)"),
                        QStringLiteral("V5=PRO(\"T\",3)")});
+    }
+
+    ~WindowTest() override {
+        if (RequestedExitStatus() == 0)
+            return;
+        // The end that a test brought about must not end the loops of the next one.
+        EndProgram(0);
+        QTimer::singleShot(0, qApp, &QCoreApplication::quit);
+        QCoreApplication::exec();
     }
 
     void WriteRows(const QStringList& rows) {

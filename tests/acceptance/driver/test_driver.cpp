@@ -215,7 +215,7 @@ Steps TestDriver::Act(const QString& verb, const QJsonObject& command) {
             return input_.MoveTo(spot);
         if (verb == "drag")
             return input_.Drag(spot, Point(command["by"]));
-        const auto modifiers = Qt::KeyboardModifiers::fromInt(command["modifiers"].toInt());
+        const auto modifiers = Qt::KeyboardModifiers(QFlag(command["modifiers"].toInt()));
         const bool right = command["right"].toBool();
         return input_.Click(spot, right ? Qt::RightButton : Qt::LeftButton, modifiers,
                             command["double"].toBool());

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QAbstractItemView>
+
+namespace velmo {
+
+// An item view of single selection in which a click with Ctrl selects as any other click does: once an item is
+// selected, one always is.
+template <typename View>
+class KeepsSelection : public View {
+public:
+    using View::View;
+
+protected:
+    QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
+                                                         const QEvent* event) const override {
+        const QItemSelectionModel::SelectionFlags flags = View::selectionCommand(index, event);
+        return flags.testFlag(QItemSelectionModel::Deselect) ? QItemSelectionModel::ClearAndSelect : flags;
+    }
+};
+
+} // namespace velmo

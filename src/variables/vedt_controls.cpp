@@ -1,0 +1,140 @@
+#include "variables/vedt_controls.h"
+
+#include "platform/slide_view.h"
+#include "platform/window_places.h"
+
+#include <QBoxLayout>
+#include <QMainWindow>
+#include <QSplitter>
+#include <QStatusBar>
+
+// A static library's resources are not registered by themselves; outside any namespace, as the macro demands.
+static void RegisterVariableIcons() {
+    Q_INIT_RESOURCE(variables_icons);
+}
+
+namespace velmo {
+
+namespace {
+
+// Twips.
+constexpr int VariableGridLeft = 120;
+constexpr int VariableGridTop = 600;
+constexpr int VariableGridWidth = 3860;
+constexpr int VariableGridHeight = 2775;
+constexpr int VariableColumnWidth = 1750;
+constexpr int MessageWidth = 3600;
+constexpr int WindowWidth = 12600;
+constexpr int WindowHeight = 8700;
+
+// Pixels.
+constexpr int Gap = 8;
+constexpr int ButtonWidth = 100;
+
+} // namespace
+
+void VedtControls::SetUp(QMainWindow& window, const GridCells& variables, const GridCells& table) {
+    auto* panes = new QSplitter(Qt::Vertical);
+    panes->setChildrenCollapsible(false);
+    panes->addWidget(MakeVariablePane(variables));
+    panes->addWidget(MakeTablePane(table));
+    panes->setStretchFactor(0, 0);
+    panes->setStretchFactor(1, 1);
+    window.setCentralWidget(panes);
+
+    hint = new QLabel;
+    hint->setTextFormat(Qt::PlainText);
+    hint->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    window.statusBar()->addWidget(hint, 1);
+
+    window.resize(TwipsToPixels(WindowWidth), TwipsToPixels(WindowHeight));
+    const int variablePane = TwipsToPixels(VariableGridTop + VariableGridHeight) + Gap;
+    panes->setSizes({variablePane, window.height() - variablePane});
+}
+
+// The tool bar, the variable grid and the symbol's picture.
+QWidget* VedtControls::MakeVariablePane(const GridCells& variables) {
+    RegisterVariableIcons();
+    Vedt_Toolbar = new QToolBar;
+    Vedt_Toolbar->setObjectName(QStringLiteral("Vedt_Toolbar"));
+    Vedt_Toolbar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    Vedt_Toolbar->setFixedHeight(TwipsToPixels(VariableGridTop));
+    TB_POINT = Vedt_Toolbar->addAction(QIcon(QStringLiteral(":/variables/icons/measure.svg")),
+                                       QStringLiteral("測定"));
+    TB_POINT->setObjectName(QStringLiteral("TB_POINT"));
+    TB_POINT->setToolTip(QStringLiteral("選択中の変数の値を図面上で測ります"));
+
+    Vedt_NowFGrid = new Grid(variables);
+    Vedt_NowFGrid->setObjectName(QStringLiteral("Vedt_NowFGrid"));
+    Vedt_NowFGrid->setAccessibleName(QStringLiteral("変数と現在の値"));
+    Vedt_NowFGrid->setFixedWidth(TwipsToPixels(VariableGridWidth));
+    Vedt_Slide = new SlideView;
+    Vedt_Slide->setObjectName(QStringLiteral("Vedt_Slide"));
+    Vedt_Slide->setAccessibleName(QStringLiteral("シンボルのスライド"));
+    Vedt_Slide->SetEmptyText(QStringLiteral("このシンボルにスライドはありません"));
+
+    auto* pane = new QWidget;
+    auto* side = new QHBoxLayout;
+    side->setContentsMargins(TwipsToPixels(VariableGridLeft), 0, Gap, Gap);
+    side->setSpacing(Gap);
+    side->addWidget(Vedt_NowFGrid);
+    side->addWidget(Vedt_Slide, 1);
+    auto* all = new QVBoxLayout(pane);
+    all->setContentsMargins(0, 0, 0, 0);
+    all->setSpacing(0);
+    all->addWidget(Vedt_Toolbar);
+    all->addLayout(side, 1);
+    return pane;
+}
+
+// The table grid and the buttons that end the window.
+QWidget* VedtControls::MakeTablePane(const GridCells& table) {
+    Vedt_FlexGrid = new Grid(table);
+    Vedt_FlexGrid->setObjectName(QStringLiteral("Vedt_FlexGrid"));
+    Vedt_FlexGrid->setAccessibleName(QStringLiteral("寸法表"));
+
+    const auto button = [](const char* name, const QString& text) {
+        auto* made = new QPushButton(text);
+        made->setObjectName(QLatin1String(name));
+        made->setAutoDefault(true);
+        made->setMinimumWidth(ButtonWidth);
+        return made;
+    };
+    Vedt_TreeBtn = button("Vedt_TreeBtn", QStringLiteral("ツリーへ戻る"));
+    Vedt_OKBtn = button("Vedt_OKBtn", QStringLiteral("OK"));
+    VEdt_CanBtn = button("VEdt_CanBtn", QStringLiteral("キャンセル"));
+    Vedt_OKBtn->setDefault(true);
+    Vedt_OKBtn->setShortcut(Qt::CTRL | Qt::Key_Return);
+    Vedt_OKBtn->setToolTip(QStringLiteral("値を確定します (Ctrl+Enter)"));
+    Vedt_TreeBtn->setToolTip(QStringLiteral("値を確定せずに、シンボルの選択へ戻ります"));
+
+    auto* pane = new QWidget;
+    auto* buttons = new QHBoxLayout;
+    buttons->setSpacing(Gap);
+    buttons->addWidget(Vedt_TreeBtn);
+    buttons->addStretch(1);
+    buttons->addWidget(Vedt_OKBtn);
+    buttons->addWidget(VEdt_CanBtn);
+    auto* all = new QVBoxLayout(pane);
+    all->setContentsMargins(TwipsToPixels(VariableGridLeft), 0, Gap, 0);
+    all->setSpacing(Gap);
+    all->addWidget(Vedt_FlexGrid, 1);
+    all->addLayout(buttons);
+    return pane;
+}
+
+void VedtControls::ShowCells() {
+    for (Grid* grid : {Vedt_NowFGrid, Vedt_FlexGrid}) {
+        grid->CellsReplaced();
+        if (grid->Cells().IsMessage())
+            grid->SetColWidth(0, MessageWidth);
+    }
+    if (!Vedt_NowFGrid->Cells().IsMessage()) {
+        Vedt_NowFGrid->SetColWidth(0, VariableColumnWidth);
+        Vedt_NowFGrid->SetColWidth(1, VariableColumnWidth);
+    }
+    if (!Vedt_FlexGrid->Cells().IsMessage())
+        Vedt_FlexGrid->FitColumns();
+}
+
+} // namespace velmo

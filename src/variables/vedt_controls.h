@@ -1,0 +1,38 @@
+#pragma once
+
+#include "platform/grid.h"
+
+#include <QAction>
+#include <QLabel>
+#include <QPushButton>
+#include <QToolBar>
+
+class QMainWindow;
+
+namespace velmo {
+
+class SlideView;
+
+// The controls of the variable window and their places.
+struct VedtControls {
+    // Makes them in the window; the grids show these cells.
+    void SetUp(QMainWindow& window, const GridCells& variables, const GridCells& table);
+    // After the cells came: the grids show them and get the column widths of a freshly opened window.
+    void ShowCells();
+
+    QToolBar* Vedt_Toolbar = nullptr;
+    QAction* TB_POINT = nullptr;
+    Grid* Vedt_NowFGrid = nullptr;
+    SlideView* Vedt_Slide = nullptr;
+    Grid* Vedt_FlexGrid = nullptr;
+    QPushButton* Vedt_TreeBtn = nullptr;
+    QPushButton* Vedt_OKBtn = nullptr;
+    QPushButton* VEdt_CanBtn = nullptr;
+    QLabel* hint = nullptr;
+
+private:
+    QWidget* MakeVariablePane(const GridCells& variables);
+    QWidget* MakeTablePane(const GridCells& table);
+};
+
+} // namespace velmo
