@@ -15,7 +15,7 @@ if(VELMO_FUZZ)
 endif()
 
 # Precompiled headers are made once and shared: one set for logic, one for everything with windows.
-file(WRITE ${CMAKE_CURRENT_BINARY_DIR}/pch.cpp "")
+file(CONFIGURE OUTPUT ${CMAKE_CURRENT_BINARY_DIR}/pch.cpp CONTENT "// Only for the headers.\n")
 add_library(velmo_logic_pch OBJECT ${CMAKE_CURRENT_BINARY_DIR}/pch.cpp)
 target_link_libraries(velmo_logic_pch PRIVATE Qt6::Core velmo_options)
 target_precompile_headers(velmo_logic_pch PRIVATE <QtCore>)
