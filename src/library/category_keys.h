@@ -21,6 +21,10 @@ inline bool IsSystemKey(const QString& key) {
     return key.startsWith(SystemPrefix);
 }
 
+inline bool IsPlaceholderKey(const QString& key) {
+    return key.startsWith(LibraryPlaceholder) || key.startsWith(SystemPlaceholder);
+}
+
 // The ID of a node: the key from its fourth character on.
 inline std::int16_t CategoryIdOf(const QString& key) {
     return std::int16_t(key.sliced(LibraryPrefix.size()).toShort());

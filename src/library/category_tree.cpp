@@ -50,7 +50,11 @@ void CategoryTree::AddRoot(bool systemTree) {
     Category root;
     {
         Database database(DatabasePath(systemTree), Database::Access::Read);
-        root = ReadCategory(RootCategories(database));
+        const RecordSet roots = RootCategories(database);
+        if (roots.Eof())
+            throw RuntimeError(ErrorNumber::NoCurrentRecord, QStringLiteral("分類がひとつもありません。"))
+                .InFile(database.Path());
+        root = ReadCategory(roots);
     }
     const QString key = CategoryKey(systemTree, root.id);
     view_.Nodes().Add({}, {NewNode{key, root.name, OpenFolder, {}}});
@@ -79,16 +83,27 @@ void CategoryTree::RestoreSelection() {
     }
     if (way.empty())
         state_.CurFolderID = 1;
-    view_.Select(CategoryKey(state_.SystemTreeFirst, way.empty() ? 1 : way.front()));
+    SelectCategory(way.empty() ? 1 : way.front());
+}
+
+void CategoryTree::SelectCategory(int id) {
+    const QString key = CategoryKey(state_.SystemTreeFirst, id);
+    if (!view_.Nodes().Contains(key))
+        throw RuntimeError(ErrorNumber::ElementNotFound,
+                           QStringLiteral("前回の分類 (ID %1) はツリーにありません。").arg(id))
+            .InFile(DatabasePath(state_.SystemTreeFirst))
+            .InField(key);
+    view_.Select(key);
 }
 
 // The categories from CurFolderID up to the one below the root; empty when it is a root or gone.
 std::vector<int> CategoryTree::WayToCurrent() const {
     std::vector<int> way;
     Database database(DatabasePath(state_.SystemTreeFirst), Database::Access::Read);
-    if (CategoryWithId(database, state_.CurFolderID).Eof())
+    const RecordSet current = CategoryWithId(database, state_.CurFolderID);
+    if (current.Eof())
         return way;
-    Category category = ReadCategory(CategoryWithId(database, state_.CurFolderID));
+    Category category = ReadCategory(current);
     while (category.parentId != 0 && way.size() < LongestWay) {
         way.push_back(category.id);
         category = ReadCategory(CategoryWithId(database, category.parentId));
@@ -133,10 +148,13 @@ void CategoryTree::Expand(const QString& key) {
     if (busy_)
         return;
     const QScopedValueRollback<bool> busy(busy_, true);
+    // A node that could not be filled stays closed over its placeholder.
+    auto closeAgain = qScopeGuard([&] { view_.SetExpanded(key, false); });
     if (IsSystemKey(key))
         LoadSystemChildren(CategoryIdOf(key));
     else
         LoadChildren(CategoryIdOf(key));
+    closeAgain.dismiss();
     view_.Nodes().SetImage(key, OpenFolder);
 }
 
@@ -146,7 +164,7 @@ void CategoryTree::Collapse(const QString& key) {
 }
 
 void CategoryTree::NodeClick(const QString& key) {
-    if (busy_)
+    if (busy_ || IsPlaceholderKey(key))
         return;
     const QString before = CategoryKey(state_.SystemTreeFirst, state_.CurFolderID);
     if (view_.Nodes().Contains(before) && !view_.IsExpanded(before))

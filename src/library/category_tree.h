@@ -39,6 +39,7 @@ private:
     void NodeClick(const QString& key);
     const QString& DatabasePath(bool systemTree) const;
     std::vector<int> WayToCurrent() const;
+    void SelectCategory(int id);
 
     KeyedTree& view_;
     GlobalState& state_;

@@ -6,6 +6,7 @@
 #include "startup/settings_keys.h"
 
 #include <QKeyEvent>
+#include <QMouseEvent>
 #include <QScopedValueRollback>
 
 namespace velmo {
@@ -23,41 +24,49 @@ EntryList::EntryList(QListView& view, SlideView& slide, GlobalState& state, cons
     view_.setEditTriggers(QAbstractItemView::NoEditTriggers);
     view_.setTextElideMode(Qt::ElideMiddle);
     view_.installEventFilter(this);
+    view_.viewport()->installEventFilter(this);
     // The keyboard chooses as the mouse does.
     connect(view_.selectionModel(), &QItemSelectionModel::selectionChanged, this,
             [this](const QItemSelection& selected) {
-                if (!filling_ && !selected.isEmpty()) {
-                    chosen_ = true;
-                    SelectEntry(selected.indexes().first());
-                }
+                if (filling_ || selected.isEmpty())
+                    return;
+                chosen_ = true;
+                SelectEntry(selected.indexes().first());
             });
-    // A click on the entry that is selected already chooses it again; a press with Ctrl does not take it
-    // away.
+    // A click on the entry that is selected already chooses it again.
     connect(&view_, &QListView::pressed, this, [this](const QModelIndex& pressed) {
-        if (!view_.selectionModel()->isSelected(pressed))
-            view_.setCurrentIndex(pressed);
-        if (!std::exchange(chosen_, false))
+        if (!chosen_)
             SelectEntry(pressed);
     });
     connect(&view_, &QListView::doubleClicked, this, &EntryList::OpenWanted);
 }
 
-void EntryList::FillEntryList(Restore restore) {
+void EntryList::Clear() {
     const QScopedValueRollback<bool> filling(filling_, true);
     slide_.Clear();
+    model_->setStringList({});
     state_.SymbolFile.clear();
+}
+
+void EntryList::FillEntryList(Restore restore) {
+    Clear();
+    const QScopedValueRollback<bool> filling(filling_, true);
     Database database(DatabasePath(), Database::Access::Read);
     QStringList names;
     for (RecordSet rows = EntriesOf(database, state_.CurFolderID); !rows.Eof(); rows.MoveNext())
         names << rows.Text(u"PDFName");
     model_->setStringList(names);
+    slide_.SetEmptyText(names.isEmpty() ? QStringLiteral("この分類にシンボルはありません")
+                                        : QStringLiteral("一覧からシンボルを選んでください"));
     if (restore == Restore::Yes && !names.isEmpty())
         RestoreLast(database);
 }
 
 void EntryList::RestoreLast(Database& database) {
     const QString last = settings_.Get(settings_keys::LastSymbol(state_.UserLibrary));
-    const QString file = last.size() > state_.HomeDir.size() ? last.sliced(state_.HomeDir.size()) : last;
+    if (!last.startsWith(state_.HomeDir, Qt::CaseInsensitive))
+        return;
+    const QString file = last.sliced(state_.HomeDir.size());
     // A quote would break the search condition; then nothing is chosen.
     if (file.isEmpty() || file.contains(u'\''))
         return;
@@ -65,11 +74,10 @@ void EntryList::RestoreLast(Database& database) {
     rows.FindFirst(EntryFileCriterion(file));
     if (rows.NoMatch())
         return;
-    const Entry entry = ReadEntry(rows);
-    const int row = int(model_->stringList().indexOf(entry.name));
+    const int row = int(model_->stringList().indexOf(rows.Text(u"PDFName")));
     view_.setCurrentIndex(model_->index(row));
     view_.scrollTo(model_->index(row));
-    Choose(row, entry);
+    Choose(row, rows);
 }
 
 void EntryList::SelectEntry(const QModelIndex& index) {
@@ -80,30 +88,62 @@ void EntryList::SelectEntry(const QModelIndex& index) {
         Database database(DatabasePath(), Database::Access::Read);
         const RecordSet rows = EntriesNamed(database, index.data().toString(), state_.CurFolderID);
         if (!rows.Eof())
-            Choose(index.row(), ReadEntry(rows));
+            Choose(index.row(), rows);
     });
 }
 
-void EntryList::Choose(int row, const Entry& entry) {
+void EntryList::Choose(int row, const RecordSet& found) {
+    const Entry entry = ReadEntry(found);
+    slide_.SetEmptyText(QStringLiteral("このシンボルにスライドはありません"));
     slide_.ShowSlide(entry.slide.isEmpty() ? QString() : state_.HomeDir + entry.slide);
     state_.SymbolFile = state_.HomeDir + entry.file;
-    state_.CurPdfID = entry.id;
     state_.CurPdfIndex = row;
+    state_.CurPdfID = found.Integer(u"ID");
 }
 
 const QString& EntryList::DatabasePath() const {
     return state_.SystemTreeFirst ? state_.SystemDb : state_.LibraryDb;
 }
 
-bool EntryList::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == &view_ && event->type() == QEvent::KeyPress) {
-        const int key = static_cast<QKeyEvent*>(event)->key();
-        if ((key == Qt::Key_Return || key == Qt::Key_Enter) && view_.currentIndex().isValid()) {
-            Q_EMIT OpenWanted();
-            return true;
-        }
+// A key on a list in which nothing is chosen yet chooses the entry that has the frame.
+bool EntryList::ChooseFramed() {
+    if (view_.selectionModel()->hasSelection() || model_->rowCount() == 0)
+        return false;
+    view_.setCurrentIndex(view_.currentIndex().isValid() ? view_.currentIndex() : model_->index(0));
+    return true;
+}
+
+bool EntryList::KeyPressed(int key) {
+    switch (key) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        ChooseFramed();
+        Q_EMIT OpenWanted();
+        return true;
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+    case Qt::Key_Home:
+    case Qt::Key_End:
+        return ChooseFramed();
+    default:
+        return false;
     }
-    return QObject::eventFilter(watched, event);
+}
+
+bool EntryList::eventFilter(QObject* watched, QEvent* event) {
+    switch (event->type()) {
+    case QEvent::KeyPress:
+        return watched == &view_ && KeyPressed(static_cast<QKeyEvent*>(event)->key());
+    case QEvent::MouseButtonPress:
+        chosen_ = false;
+        return false;
+    case QEvent::MouseButtonDblClick:
+        // Only the left button opens.
+        chosen_ = false;
+        return static_cast<QMouseEvent*>(event)->button() != Qt::LeftButton;
+    default:
+        return false;
+    }
 }
 
 } // namespace velmo

@@ -21,6 +21,8 @@ public:
     EntryList(QListView& view, SlideView& slide, GlobalState& state, const SettingsStore& settings,
               MessageBoxes& messages);
 
+    // Shows nothing; no symbol is chosen.
+    void Clear();
     // Whether the entry chosen last, as the settings remember it, is chosen again.
     enum class Restore { No, Yes };
     // Lists the entries of CurFolderID; nothing is chosen unless the remembered entry is restored.
@@ -36,7 +38,9 @@ protected:
 private:
     void SelectEntry(const QModelIndex& index);
     void RestoreLast(Database& database);
-    void Choose(int row, const Entry& entry);
+    void Choose(int row, const RecordSet& found);
+    bool ChooseFramed();
+    bool KeyPressed(int key);
     const QString& DatabasePath() const;
 
     QListView& view_;

@@ -60,7 +60,7 @@ Category ReadCategory(const RecordSet& row) {
 }
 
 Entry ReadEntry(const RecordSet& row) {
-    return {row.Integer(u"ID"), row.Text(u"PDFName"), row.Text(u"PDFFileName"), row.Text(u"SLDFileName")};
+    return {row.Text(u"PDFName"), row.Text(u"PDFFileName"), row.Text(u"SLDFileName")};
 }
 
 QString EntryFileCriterion(const QString& file) {

@@ -16,9 +16,8 @@ struct Category {
     QString slide;
 };
 
-// An entry of a category: a row of PDFFileTable. Files are relative to the home folder.
+// What is shown of an entry of a category: a row of PDFFileTable. Files are relative to the home folder.
 struct Entry {
-    std::int16_t id = 0;
     QString name;
     QString file;
     QString slide;

@@ -23,9 +23,15 @@ QString WorkName(const QString& path) {
     return path + QStringLiteral(".new");
 }
 
+// What a program that was killed may have left beside a database.
+void DeleteJournals(const QString& path) {
+    for (const char* ending : {"-journal", "-wal", "-shm"})
+        DeleteFileIfAny(path + QLatin1String(ending));
+}
+
 void DeleteWorkFiles(const QString& path) {
     DeleteFileIfAny(WorkName(path));
-    DeleteFileIfAny(WorkName(path) + QStringLiteral("-journal"));
+    DeleteJournals(WorkName(path));
 }
 
 // Makes a library under its work name, lets fill fill it in one transaction, and puts it in place.
@@ -46,6 +52,8 @@ void MakeLibrary(const QString& path, Fill&& fill) {
         fill(database);
         transaction.Commit();
     }
+    // A journal of an old database would be played into the new one.
+    DeleteJournals(path);
     RenameOver(WorkName(path), path);
     leaveNothing.dismiss();
 }
@@ -76,6 +84,9 @@ void ImportListFile(Database& database, const QString& listFile, const LibraryCa
             .AtLine(file.LineNumber())
             .InField(error.Field());
     }
+    if (import.CategoryCount() == 0)
+        throw RuntimeError(ErrorNumber::NoCurrentRecord, QStringLiteral("分類がひとつもありません。"))
+            .InFile(listFile);
 }
 
 } // namespace

@@ -7,9 +7,6 @@
 
 namespace velmo {
 
-// The folder of the symbols below the home folder; names that the import stores begin with it.
-inline const QString SymbolFolder = QStringLiteral("SMB");
-inline const QString SystemRootName = QStringLiteral("トルヴィク");
 inline const QString UserRootName = QStringLiteral("VELMOデータ");
 
 // What the making of a library asks and tells while it runs.

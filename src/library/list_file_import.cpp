@@ -1,6 +1,5 @@
 #include "library/list_file_import.h"
 
-#include "library/library_files.h"
 #include "platform/runtime_error.h"
 
 namespace velmo {

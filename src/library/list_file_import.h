@@ -6,6 +6,10 @@
 
 namespace velmo {
 
+// The folder of the symbols below the home folder; names that the import stores begin with it.
+inline const QString SymbolFolder = QStringLiteral("SMB");
+inline const QString SystemRootName = QStringLiteral("トルヴィク");
+
 // Reads the list file that ships with the system library into a fresh library database.
 //
 // A line is taken apart by position: name, slide and file stand between the first two double quotes,

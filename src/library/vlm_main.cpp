@@ -12,7 +12,9 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QMenuBar>
+#include <QMouseEvent>
 #include <QProgressDialog>
+#include <QScopedValueRollback>
 #include <QSplitter>
 #include <QStatusBar>
 #include <QToolBar>
@@ -57,7 +59,8 @@ void VLM_MAIN::BuildControls() {
     tree_->setParent(this);
     entries_ = new EntryList(*VlmPdfList_, *VlmPDFSlide_, state_, settings_, messages_);
     entries_->setParent(this);
-    connect(tree_, &CategoryTree::CategoryChosen, this, [this] { ShowCategory(EntryList::Restore::No); });
+    connect(tree_, &CategoryTree::CategoryChosen, this,
+            [this] { RunGuarded(messages_, this, [this] { ShowCategory(EntryList::Restore::No); }); });
     connect(entries_, &EntryList::OpenWanted, this,
             [this] { RunGuarded(messages_, this, [this] { OpenSymbol(); }); });
 }
@@ -69,7 +72,6 @@ void VLM_MAIN::BuildPanes() {
     VlmPdfList_ = Named(new KeepsSelection<QListView>, "VlmPdfList", QStringLiteral("シンボルの一覧"));
     VlmPDFSlide_->installEventFilter(this);
     VlmTreeSlide_->SetEmptyText(QStringLiteral("この分類にスライドはありません"));
-    VlmPDFSlide_->SetEmptyText(QStringLiteral("一覧からシンボルを選んでください"));
 
     auto* left = new QSplitter(Qt::Vertical);
     left->addWidget(VlmTreeView_);
@@ -92,6 +94,7 @@ void VLM_MAIN::BuildPanes() {
     status->setObjectName(QStringLiteral("VlmStatusBar"));
     pathPanel_ = new QLabel;
     pathPanel_->setTextFormat(Qt::PlainText);
+    pathPanel_->setIndent(fontMetrics().averageCharWidth());
     // A long path must not keep the window from becoming narrow.
     pathPanel_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     status->addWidget(pathPanel_, 1);
@@ -163,11 +166,18 @@ void VLM_MAIN::RestorePlace() {
     const auto pixels = [this](const QString& key, double fallback) {
         return TwipsToPixels(settings_.GetNumber(key, fallback));
     };
-    move(pixels(keys::VlmMainLeft, DefaultPlace), pixels(keys::VlmMainTop, DefaultPlace));
-    resize(pixels(keys::VlmMainWidth, DefaultSize), pixels(keys::VlmMainHeight, DefaultSize));
+    const QRect place(pixels(keys::VlmMainLeft, DefaultPlace), pixels(keys::VlmMainTop, DefaultPlace),
+                      pixels(keys::VlmMainWidth, DefaultSize), pixels(keys::VlmMainHeight, DefaultSize));
+    const QRect onScreen = BroughtOntoScreen(place);
+    move(onScreen.topLeft());
+    resize(onScreen.size());
 }
 
 void VLM_MAIN::ShowCategory(EntryList::Restore restore) {
+    // Where a step fails, nothing of the category before stays in sight or can be opened.
+    VlmTreeSlide_->Clear();
+    pathPanel_->clear();
+    entries_->Clear();
     {
         const QString& path = state_.SystemTreeFirst ? state_.SystemDb : state_.LibraryDb;
         Database database(path, Database::Access::Read);
@@ -192,7 +202,12 @@ void VLM_MAIN::OpenSymbol() {
     }
     SetTopmost(this, false);
     opened_ = true;
-    showVariableWindow_(*this);
+    // A window that is left without an answer confirms nothing, whatever one before it did.
+    state_.Confirmed = false;
+    {
+        const QScopedValueRollback<bool> covered(covered_, true);
+        showVariableWindow_(*this);
+    }
     if (state_.Confirmed && state_.RunMode != run_mode::UserLibrary)
         close();
     else
@@ -207,13 +222,13 @@ void VLM_MAIN::CancelBrowser() {
 
 void VLM_MAIN::resizeEvent(QResizeEvent* event) {
     ModalWindow::resizeEvent(event);
-    if (!isMinimized())
+    if (!isMinimized() && !covered_)
         SetTopmost(this, true);
 }
 
 bool VLM_MAIN::eventFilter(QObject* watched, QEvent* event) {
     if (watched == VlmPDFSlide_ && event->type() == QEvent::MouseButtonDblClick) {
-        slideArmed_ = true;
+        slideArmed_ = static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton;
     } else if (watched == VlmPDFSlide_ && event->type() == QEvent::MouseButtonRelease &&
                std::exchange(slideArmed_, false)) {
         RunGuarded(messages_, this, [this] { OpenSymbol(); });
@@ -229,10 +244,11 @@ void VLM_MAIN::closeEvent(QCloseEvent* event) {
 
 void VLM_MAIN::SaveOnClose() {
     if (!isMinimized()) {
-        settings_.Save(keys::VlmMainLeft, PixelsToTwips(x()));
-        settings_.Save(keys::VlmMainTop, PixelsToTwips(y()));
-        settings_.Save(keys::VlmMainWidth, PixelsToTwips(width()));
-        settings_.Save(keys::VlmMainHeight, PixelsToTwips(height()));
+        const QRect place = isMaximized() ? normalGeometry() : QRect(pos(), size());
+        settings_.Save(keys::VlmMainLeft, PixelsToTwips(place.x()));
+        settings_.Save(keys::VlmMainTop, PixelsToTwips(place.y()));
+        settings_.Save(keys::VlmMainWidth, PixelsToTwips(place.width()));
+        settings_.Save(keys::VlmMainHeight, PixelsToTwips(place.height()));
     }
     settings_.Save(keys::LastSymbol(state_.UserLibrary), state_.SymbolFile);
     if (state_.RunMode == run_mode::UserLibrary) {

@@ -66,6 +66,8 @@ private:
 
     // The window was left through Open: its place and the choices are saved when it closes.
     bool opened_ = false;
+    // The variable window is above this one and must stay there.
+    bool covered_ = false;
     // The slide was double-clicked; the release of the button opens the symbol.
     bool slideArmed_ = false;
 };

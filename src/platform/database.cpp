@@ -92,8 +92,12 @@ Database::Database(const QString& path, int flags) : path_(path), connection_(Co
 }
 
 Database::Database(const QString& path, Access access)
-    : Database(FileExists(path) ? path : (ThrowCannotOpen(path), QString()),
-               access == Access::Read ? SQLite::OPEN_READONLY : SQLite::OPEN_READWRITE) {}
+    : Database(FileExists(path) ? path : (ThrowCannotOpen(path), QString()), SQLite::OPEN_READWRITE) {
+    // Opened for writing all the same: only so can the engine take back what a program that was killed left
+    // half done.
+    if (access == Access::Read)
+        Execute(QStringLiteral("PRAGMA query_only=ON"));
+}
 
 Database Database::Create(const QString& path, Collation collation) {
     Database database(path, SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE);

@@ -99,7 +99,6 @@ void ReplaceFile(const QString& stored, const QByteArray& bytes) {
 void ReplaceFiles(const std::vector<FileReplacement>& files) {
     std::vector<std::unique_ptr<QSaveFile>> written;
     written.reserve(files.size());
-    written.reserve(files.size());
     for (const FileReplacement& file : files)
         written.push_back(WriteBeside(file.path, file.bytes));
     for (size_t i = 0; i < files.size(); ++i) {

@@ -7,8 +7,6 @@ namespace velmo {
 
 namespace {
 
-constexpr const char* ExitStatusProperty = "velmoExitStatus";
-
 int ShowBox(QWidget* parent, QMessageBox::Icon icon, const QString& text, const QString& title,
             QMessageBox::StandardButtons buttons) {
     QMessageBox box(icon, title, text, buttons, parent);
@@ -31,17 +29,10 @@ bool MessageBoxes::Ask(QWidget* parent, const QString& text, const QString& titl
 
 void MessageBoxes::ShowError(QWidget* parent, const RuntimeError& error) {
     Inform(parent, ErrorText(error));
-    if (error.IsFatal())
-        EndProgram(1);
-}
-
-void EndProgram(int exitStatus) {
-    qApp->setProperty(ExitStatusProperty, exitStatus);
-    QCoreApplication::exit(exitStatus);
-}
-
-int RequestedExitStatus() {
-    return qApp->property(ExitStatusProperty).toInt();
+    if (!error.IsFatal())
+        return;
+    exitStatus_ = 1;
+    QCoreApplication::exit(exitStatus_);
 }
 
 } // namespace velmo

@@ -11,7 +11,8 @@ namespace velmo {
 // The title of every message that does not name another.
 inline const QString MessageTitle = QStringLiteral("VELMO2");
 
-// The modal messages of the program. Windows are handed one of these, so that a test can answer in the user's place.
+// The modal messages of the program. Windows are handed one of these, so that a test can answer in the user's
+// place.
 class MessageBoxes {
 public:
     virtual ~MessageBoxes() = default;
@@ -21,14 +22,15 @@ public:
     // A question with Yes and No; true only on Yes.
     virtual bool Ask(QWidget* parent, const QString& text, const QString& title = MessageTitle);
 
-    // The one place that shows run-time errors. Ends the program with exit status 1 when the error asks for it.
+    // The one place that shows run-time errors. An error that ends the program ends every window's event
+    // loop, and the exit status becomes 1.
     void ShowError(QWidget* parent, const RuntimeError& error);
+
+    // What main returns.
+    int ExitStatus() const { return exitStatus_; }
+
+private:
+    int exitStatus_ = 0;
 };
-
-// Ends every open window's event loop; the program's exit status becomes the number.
-void EndProgram(int exitStatus);
-
-// The exit status that EndProgram asked for, 0 when it was not called.
-int RequestedExitStatus();
 
 } // namespace velmo

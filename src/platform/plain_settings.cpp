@@ -1,7 +1,7 @@
 #include "platform/plain_settings.h"
 
+#include <QHash>
 #include <QIODevice>
-#include <QSet>
 
 namespace velmo {
 
@@ -47,6 +47,16 @@ QList<Line> TakeApart(const QByteArray& file) {
     return lines;
 }
 
+// What the file says about each key; of a key that stands there twice the last line holds.
+QHash<QString, QString> ValuesIn(const QList<Line>& lines) {
+    QHash<QString, QString> values;
+    for (const Line& line : lines) {
+        if (!line.key.isEmpty())
+            values.insert(line.key, line.value);
+    }
+    return values;
+}
+
 QByteArray Written(const QString& key, const QString& value) {
     return key.toUtf8() + '=' + value.toUtf8();
 }
@@ -65,8 +75,8 @@ bool ReadPlainSettings(QIODevice& device, QSettings::SettingsMap& map) {
 
 bool WritePlainSettings(QIODevice& device, const QSettings::SettingsMap& map) {
     const QList<Line> lines = TakeApart(map.value(WholeFile).toByteArray());
-    QSet<QString> written;
-    QByteArray before; // up to the last line of our section that holds something
+    const QHash<QString, QString> before = ValuesIn(lines);
+    QByteArray file; // up to the last line of our section that holds something
     QByteArray after;
     bool ours = false;
     bool found = false;
@@ -76,32 +86,32 @@ bool WritePlainSettings(QIODevice& device, const QSettings::SettingsMap& map) {
             found = found || ours;
         }
         if (!line.key.isEmpty()) {
+            // Only what was changed is written anew; the bytes of the rest may be no text at all.
             const QString value = map.value(Section + line.key).toString();
-            if (value != line.value)
+            if (value != before.value(line.key))
                 line.bytes = Written(line.key, value);
-            written.insert(line.key);
         }
         after += line.bytes + line.lineBreak;
         if (ours && !line.bytes.trimmed().isEmpty()) {
-            before += after;
+            file += after;
             after.clear();
         }
     }
     if (!found) {
-        before += after;
+        file += after;
         after.clear();
-        if (!before.isEmpty() && !before.endsWith('\n'))
-            before += '\n';
-        before += "[Settings]\n";
+        if (!file.isEmpty() && !file.endsWith('\n'))
+            file += '\n';
+        file += "[Settings]\n";
     }
     for (auto entry = map.begin(); entry != map.end(); ++entry) {
-        if (!entry.key().startsWith(Section) || written.contains(entry.key().sliced(Section.size())))
+        if (!entry.key().startsWith(Section) || before.contains(entry.key().sliced(Section.size())))
             continue;
-        if (!before.endsWith('\n'))
-            before += '\n';
-        before += Written(entry.key().sliced(Section.size()), entry.value().toString()) + '\n';
+        if (!file.endsWith('\n'))
+            file += '\n';
+        file += Written(entry.key().sliced(Section.size()), entry.value().toString()) + '\n';
     }
-    const QByteArray file = before + after;
+    file += after;
     return device.write(file) == file.size();
 }
 

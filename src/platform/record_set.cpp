@@ -150,7 +150,8 @@ std::int16_t RecordSet::Integer(QStringView field) const {
     if (column.isNull())
         return 0;
     try {
-        if (column.isInteger() && qAbs(column.getInt64()) <= std::numeric_limits<std::int16_t>::max())
+        using Limits = std::numeric_limits<std::int16_t>;
+        if (column.isInteger() && column.getInt64() >= Limits::min() && column.getInt64() <= Limits::max())
             return std::int16_t(column.getInt64());
         return ToInteger(Text(ordinal));
     } catch (RuntimeError& error) {

@@ -6,6 +6,8 @@
 
 #include <QStandardPaths>
 
+#include <utility>
+
 namespace velmo {
 
 namespace {
@@ -38,7 +40,8 @@ SettingsStore::SettingsStore() : settings_(UserStore(), StoreFormat()) {}
 SettingsStore::SettingsStore(const QString& nativePath) : settings_(nativePath, PlainSettingsFormat()) {}
 
 QString SettingsStore::Get(const QString& key, const QString& fallback) const {
-    return settings_.value(StoreKey(key), fallback).toString();
+    const auto pending = pending_.constFind(key);
+    return pending != pending_.constEnd() ? *pending : settings_.value(StoreKey(key), fallback).toString();
 }
 
 std::int16_t SettingsStore::GetInteger(const QString& key, std::int16_t fallback) const {
@@ -62,13 +65,31 @@ double SettingsStore::GetNumber(const QString& key, double fallback) const {
 void SettingsStore::Save(const QString& key, const QString& value) {
     if (value.contains(u'\n') || value.contains(u'\r'))
         throw RuntimeError(ErrorNumber::InvalidArgument).InFile(settings_.fileName()).InField(key);
-    settings_.setValue(StoreKey(key), value);
+    pending_.insert(key, value);
 }
 
 void SettingsStore::Flush() {
-    settings_.sync();
-    if (settings_.status() != QSettings::NoError)
-        throw RuntimeError(ErrorNumber::PathFileAccess).InFile(settings_.fileName());
+    const QMap<QString, QString> saved = std::exchange(pending_, {});
+    // The error of such an object is never taken back, so each flush has its own.
+    QSettings writer(settings_.fileName(), settings_.format());
+    QMap<QString, QVariant> before;
+    for (auto entry = saved.begin(); entry != saved.end(); ++entry) {
+        const QString key = StoreKey(entry.key());
+        before.insert(key, writer.value(key));
+        writer.setValue(key, entry.value());
+    }
+    writer.sync();
+    if (writer.status() == QSettings::NoError)
+        return;
+    // Objects of one file share what is not written yet: taken back, or the next one would write it after
+    // all.
+    for (auto entry = before.begin(); entry != before.end(); ++entry) {
+        if (entry->isValid())
+            writer.setValue(entry.key(), *entry);
+        else
+            writer.remove(entry.key());
+    }
+    throw RuntimeError(ErrorNumber::PathFileAccess).InFile(settings_.fileName());
 }
 
 } // namespace velmo

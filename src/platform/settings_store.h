@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QMap>
 #include <QSettings>
 #include <QString>
 
@@ -29,11 +30,14 @@ public:
     void Save(const QString& key, const QString& value);
     void Save(const QString& key, int value) { Save(key, QString::number(value)); }
 
-    // Puts everything saved so far on disk in one step. Throws 75, naming the file, when that fails.
+    // Puts everything saved so far on disk in one step. Throws 75, naming the file, when that fails; what was
+    // saved since the last Flush is forgotten then.
     void Flush();
 
 private:
-    mutable QSettings settings_;
+    QSettings settings_;
+    // Saved, but not flushed.
+    QMap<QString, QString> pending_;
 };
 
 } // namespace velmo

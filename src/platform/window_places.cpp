@@ -1,9 +1,32 @@
 #include "platform/window_places.h"
 
+#include <QGuiApplication>
+#include <QScreen>
 #include <QWidget>
 #include <QWindow>
 
 namespace velmo {
+
+namespace {
+
+// So much of a window must be on a screen to be found and dragged.
+constexpr int Grip = 32;
+
+} // namespace
+
+QRect BroughtOntoScreen(const QRect& place) {
+    const QRect titleBar(place.x(), place.y(), place.width(), Grip);
+    for (const QScreen* screen : QGuiApplication::screens()) {
+        const QRect seen = titleBar & screen->availableGeometry();
+        if (seen.width() >= qMin(Grip, place.width()) && seen.height() >= Grip / 2)
+            return {place.topLeft(), place.size().boundedTo(screen->availableGeometry().size())};
+    }
+    const QRect home = QGuiApplication::primaryScreen()->availableGeometry();
+    QRect brought(place.topLeft(), place.size().boundedTo(home.size()));
+    brought.moveLeft(qBound(home.left(), brought.left(), home.right() - brought.width() + 1));
+    brought.moveTop(qBound(home.top(), brought.top(), home.bottom() - brought.height() + 1));
+    return brought;
+}
 
 void SetTopmost(QWidget* window, bool topmost) {
     Qt::WindowFlags flags = window->windowFlags();

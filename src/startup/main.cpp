@@ -49,5 +49,5 @@ int main(int argc, char** argv) {
     velmo::SettingsStore settings;
     velmo::GlobalState state;
     velmo::RunGuarded(messages, nullptr, [&] { velmo::Main(state, settings, messages); });
-    return velmo::RequestedExitStatus();
+    return messages.ExitStatus();
 }

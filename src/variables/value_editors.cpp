@@ -38,11 +38,12 @@ ValueEditors::ValueEditors(Grid& grid)
     CurCmb_->setEditable(true);
     CurCmb_->setInsertPolicy(QComboBox::NoInsert);
     CurCmb_->setCompleter(nullptr);
-    CurCmb_->lineEdit()->setReadOnly(true);
+    listText_ = CurCmb_->lineEdit();
+    listText_->setReadOnly(true);
+    list_ = CurCmb_->view();
     CurEdit_->hide();
     CurCmb_->hide();
-    for (QObject* watched :
-         std::initializer_list<QObject*>{CurEdit_, CurCmb_, CurCmb_->lineEdit(), CurCmb_->view()})
+    for (QObject* watched : std::initializer_list<QObject*>{CurEdit_, CurCmb_, listText_, list_})
         watched->installEventFilter(this);
     connect(CurCmb_, &QComboBox::activated, this,
             [this](int index) { Q_EMIT ValueChosen(row_, CurCmb_->itemText(index)); });
@@ -188,30 +189,29 @@ bool ValueEditors::ListKey(const QKeyEvent& event) {
     }
     if (event.text().isEmpty() || !event.text().front().isPrint())
         return false;
-    CurCmb_->view()->keyboardSearch(event.text());
-    CurCmb_->setCurrentIndex(CurCmb_->view()->currentIndex().row());
+    list_->keyboardSearch(event.text());
+    CurCmb_->setCurrentIndex(list_->currentIndex().row());
     return true;
 }
 
 bool ValueEditors::eventFilter(QObject* watched, QEvent* event) {
-    const bool inList = watched == CurCmb_ || watched == CurCmb_->lineEdit();
+    const bool inList = watched == CurCmb_ || watched == listText_;
     switch (event->type()) {
     case QEvent::ShortcutOverride:
-        // While an editor is open its keys belong to no button or menu.
-        if (const auto* key = static_cast<QKeyEvent*>(event); IsEnter(*key) || key->key() == Qt::Key_Escape) {
-            event->accept();
-            return true;
-        }
-        break;
     case QEvent::KeyPress: {
         const auto& key = *static_cast<QKeyEvent*>(event);
-        if (watched == CurEdit_)
-            return EditKey(key);
-        if (inList)
-            return ListKey(key);
-        // In the unfolded list one Escape closes both.
-        if (key.key() == Qt::Key_Escape) {
+        if (watched == list_) {
+            // One Escape closes the unfolded list and the drop-down; all else is the list's own affair.
+            if (key.key() != Qt::Key_Escape)
+                break;
             CloseList();
+            return true;
+        }
+        if (event->type() == QEvent::KeyPress)
+            return watched == CurEdit_ ? EditKey(key) : ListKey(key);
+        // While an editor is open its keys belong to no button or menu.
+        if (IsEnter(key) || key.key() == Qt::Key_Escape) {
+            event->accept();
             return true;
         }
         break;
@@ -229,7 +229,7 @@ bool ValueEditors::eventFilter(QObject* watched, QEvent* event) {
             return true;
         break;
     case QEvent::MouseButtonPress:
-        if (watched == CurCmb_->lineEdit()) {
+        if (watched == listText_) {
             CurCmb_->showPopup();
             return true;
         }

@@ -5,6 +5,8 @@
 #include <QComboBox>
 #include <QLineEdit>
 
+class QAbstractItemView;
+
 namespace velmo {
 
 // The two editors that are laid over a current value in the variable grid: the edit box CurEdit and the
@@ -56,6 +58,9 @@ private:
     Grid& grid_;
     QLineEdit* CurEdit_;
     QComboBox* CurCmb_;
+    // The drop-down's own parts: the text that it shows and the unfolded list.
+    QLineEdit* listText_ = nullptr;
+    QAbstractItemView* list_ = nullptr;
     // The cell under the open editor.
     int row_ = 0;
     int column_ = 0;

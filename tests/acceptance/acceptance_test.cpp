@@ -7,6 +7,13 @@ void AcceptanceTest::Start() {
     run_ = std::make_unique<VelmoRun>(session_.LaunchOf(VELMO_PROGRAM, TEST_PLUGIN_FOLDER));
 }
 
+void AcceptanceTest::StartChanged(const std::function<void()>& childModifier) {
+    FinishRun();
+    Launch launch = session_.LaunchOf(VELMO_PROGRAM, TEST_PLUGIN_FOLDER);
+    launch.childModifier = childModifier;
+    run_ = std::make_unique<VelmoRun>(launch);
+}
+
 void AcceptanceTest::StartWith(const QString& window) {
     Start();
     Run().WaitForWindow(window);
@@ -14,6 +21,23 @@ void AcceptanceTest::StartWith(const QString& window) {
 
 int AcceptanceTest::End() {
     return Run().WaitForEnd();
+}
+
+void AcceptanceTest::ExpectError(const QStringList& parts) {
+    const Message message = Run().WaitForMessage();
+    EXPECT_EQ(message.title, QString("VELMO2"));
+    EXPECT_EQ(message.buttons, QStringList("Ok"));
+    for (const QString& part : parts) {
+        EXPECT_TRUE(message.text.contains(part))
+            << part.toStdString() << " is not in " << message.text.toStdString();
+    }
+    Run().AnswerOk();
+}
+
+void AcceptanceTest::ExpectFailedStart(const QStringList& parts) {
+    Start();
+    ExpectError(parts);
+    EXPECT_EQ(End(), 1);
 }
 
 void AcceptanceTest::FinishRun() {
@@ -43,9 +67,25 @@ void AcceptanceTest::ChooseCategory(const QStringList& path) {
 
 void AcceptanceTest::OpenEntry(const QStringList& category, const QString& entry) {
     ChooseCategory(category);
+    OpenShownEntry(entry);
+}
+
+void AcceptanceTest::OpenShownEntry(const QString& entry) {
     Run().Click("VlmPdfList", Item::Named(entry));
     Run().ClickAction("Tbar_Open");
     Run().WaitForWindow("VLM_VEDT");
+}
+
+void AcceptanceTest::EnterValue(int row, const QString& value) {
+    ClickVariable(row, 1);
+    Run().WaitFor("CurEdit", [this] { return Run().IsVisible("CurEdit"); });
+    Run().Press("Ctrl+A");
+    Run().Type(value);
+    Run().Press("Return");
+}
+
+int AcceptanceTest::CurrentRow(const QString& grid) {
+    return Run().View(grid)["current"].toArray().first().toInt() + 1;
 }
 
 QString AcceptanceTest::TableText(int row, int col) {

@@ -30,6 +30,8 @@ DriverLink::DriverLink(const Launch& launch) {
     process_.setProcessEnvironment(environment);
     if (!launch.workingFolder.isEmpty())
         process_.setWorkingDirectory(launch.workingFolder);
+    if (launch.childModifier)
+        process_.setChildProcessModifier(launch.childModifier);
     process_.start(launch.program, {});
     if (!process_.waitForStarted(Deadline()))
         throw HarnessError("cannot start " + launch.program + ": " + process_.errorString());

@@ -5,6 +5,7 @@
 #include <QLocalSocket>
 #include <QProcess>
 
+#include <functional>
 #include <memory>
 #include <stdexcept>
 
@@ -24,6 +25,8 @@ struct Launch {
     QString workingFolder;
     // Set on top of the tests' own environment.
     QProcessEnvironment environment;
+    // Run in the new process just before the program; limits it, for instance. Only async-signal-safe calls.
+    std::function<void()> childModifier;
 };
 
 // The unchanged program in a process of its own, with the driver loaded into it, and the line to that driver.

@@ -101,6 +101,10 @@ bool VelmoSession::ExistsInExchange(const QString& name) const {
     return QFileInfo::exists(Below(Exchange(), name));
 }
 
+QByteArray VelmoSession::ReadExchange(const QString& name) const {
+    return ReadFile(Below(Exchange(), name));
+}
+
 std::optional<QStringList> VelmoSession::ReadExchangeLines(const QString& name) const {
     if (!ExistsInExchange(name))
         return {};
@@ -153,10 +157,20 @@ QList<QStringList> VelmoSession::QueryExchange(const QString& database, const QS
     return Query(Below(Exchange(), database), sql);
 }
 
+void VelmoSession::ExecuteHome(const QString& database, const QString& sql) const {
+    try {
+        SQLite::Database file(Below(Home(), database).toStdString(),
+                              SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE);
+        file.exec(sql.toStdString());
+    } catch (const SQLite::Exception& error) {
+        throw HarnessError(database + ": " + sql + ": " + error.what());
+    }
+}
+
 Launch VelmoSession::LaunchOf(const QString& program, const QString& pluginFolder) const {
     QProcessEnvironment environment;
     environment.insert("XDG_CONFIG_HOME", folder_ + "/config");
-    return {program, pluginFolder, folder_, environment};
+    return {program, pluginFolder, folder_, environment, {}};
 }
 
 } // namespace velmo

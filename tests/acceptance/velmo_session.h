@@ -40,6 +40,8 @@ public:
     // LF.
     std::optional<QStringList> ReadExchangeLines(const QString& name) const;
 
+    QByteArray ReadExchange(const QString& name) const;
+
     // The value of a key as the file holds it; nothing when the key is missing.
     std::optional<QString> Setting(const QString& key) const;
     void Set(const QString& key, const QString& value) const;
@@ -50,6 +52,10 @@ public:
     QList<QStringList> QueryHome(const QString& database, const QString& sql) const;
     // The same on a database of the exchange folder.
     QList<QStringList> QueryExchange(const QString& database, const QString& sql) const;
+
+    // Runs statements on a database below the home folder, making it when it is missing: what any program can
+    // do.
+    void ExecuteHome(const QString& database, const QString& sql) const;
 
     // A program with this session's settings store and folders.
     Launch LaunchOf(const QString& program, const QString& pluginFolder) const;

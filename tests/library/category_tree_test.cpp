@@ -1,11 +1,9 @@
 #include "library/category_tree.h"
-
 #include "library/library_samples.h"
 #include "support/message_queue.h"
 
 #include <QSignalSpy>
 #include <QTest>
-
 #include <gtest/gtest.h>
 
 namespace velmo {
@@ -174,11 +172,41 @@ TEST_F(CategoryTreeTest, ANodeThatIsNotInTheTreeIsAnError) {
     Database database(state_.LibraryDb, Database::Access::Write);
     AddCategory(database, 5, "stray");
     AddCategory(database, 0, "root");
-    Tree();
-    EXPECT_EQ(ErrorOf([&] { tree_->RestoreSelection(); }), 3021) << "the parent of the saved category is gone";
     state_.CurFolderID = 2;
+    Tree();
     EXPECT_EQ(ErrorOf([&] { tree_->RestoreSelection(); }), 35601) << "category 1 is not in the tree";
     EXPECT_TRUE(view_.updatesEnabled());
+}
+
+TEST_F(CategoryTreeTest, AParentThatIsGoneIsAnError) {
+    Database database(state_.LibraryDb, Database::Access::Write);
+    AddCategory(database, 5, "stray");
+    AddCategory(database, 0, "root");
+    Tree();
+    EXPECT_EQ(ErrorOf([&] { tree_->RestoreSelection(); }), 3021);
+}
+
+TEST_F(CategoryTreeTest, ACategoryGoneFromTheSystemTreeRestoresToItsFirst) {
+    FillSample(state_.LibraryDb, "user");
+    FillSample(state_.SystemDb, "system");
+    state_.RunMode = 3;
+    state_.SystemTreeFirst = true;
+    state_.CurFolderID = 99;
+    Tree().RestoreSelection();
+    EXPECT_EQ(view_.SelectedKey(), "Nd21");
+    EXPECT_EQ(state_.CurFolderID, 1);
+}
+
+TEST_F(CategoryTreeTest, TheRestoredCategoryIsScrolledIntoSight) {
+    {
+        Database database(state_.LibraryDb, Database::Access::Write);
+        AddCategory(database, 0, "root");
+        for (int i = 0; i < 200; ++i)
+            AddCategory(database, 1, QString::number(i));
+    }
+    state_.CurFolderID = 200;
+    Tree().RestoreSelection();
+    EXPECT_TRUE(view_.viewport()->rect().contains(view_.visualRect(view_.Nodes().Find("Nod200")).center()));
 }
 
 TEST_F(CategoryTreeTest, RestoresTwentyOneLevelsButNotMore) {
@@ -253,8 +281,11 @@ TEST_F(CategoryTreeTest, ALibraryThatIsLockedShowsAnErrorAndStaysUsable) {
     messages_.ExpectContaining(state_.LibraryDb);
     view_.SetExpanded("Nod2", true);
     other.Execute("COMMIT");
+    EXPECT_FALSE(view_.IsExpanded("Nod2"));
     Click("Nod5");
     EXPECT_EQ(state_.CurFolderID, 5);
+    view_.SetExpanded("Nod2", true);
+    EXPECT_EQ(view_.FirstChildKey("Nod2"), "Nod3");
 }
 
 } // namespace

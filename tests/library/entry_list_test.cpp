@@ -1,13 +1,12 @@
 #include "library/entry_list.h"
-
 #include "library/library_samples.h"
 #include "platform/files.h"
+#include "platform/keeps_selection.h"
 #include "platform/slide_view.h"
 #include "support/message_queue.h"
 
 #include <QSignalSpy>
 #include <QTest>
-
 #include <gtest/gtest.h>
 
 namespace velmo {
@@ -49,7 +48,7 @@ protected:
     GlobalState state_;
     MessageQueue messages_;
     std::optional<Database> database_;
-    QListView view_;
+    KeepsSelection<QListView> view_;
     SlideView slide_;
     EntryList list_{view_, slide_, state_, settings_, messages_};
 };
@@ -82,6 +81,16 @@ TEST_F(EntryListTest, AClickChoosesTheEntryAndShowsItsSlide) {
     Click(1);
     EXPECT_EQ(state_.SymbolFile, folder_.Path("SMB\\two.txt"));
     EXPECT_FALSE(slide_.HasPicture()) << "a missing slide is an empty one";
+}
+
+TEST_F(EntryListTest, AnEmptySlideSaysWhy) {
+    list_.FillEntryList(EntryList::Restore::No);
+    EXPECT_EQ(slide_.EmptyText(), "一覧からシンボルを選んでください");
+    Click(1);
+    EXPECT_EQ(slide_.EmptyText(), "このシンボルにスライドはありません");
+    state_.CurFolderID = 77;
+    list_.FillEntryList(EntryList::Restore::No);
+    EXPECT_EQ(slide_.EmptyText(), "この分類にシンボルはありません");
 }
 
 TEST_F(EntryListTest, OfTwoEntriesWithOneCaptionTheFirstWins) {
@@ -140,8 +149,46 @@ TEST_F(EntryListTest, RestoresTheEntryChosenLast) {
     EXPECT_EQ(state_.SymbolFile, "");
 }
 
+TEST_F(EntryListTest, AFirstKeyChoosesTheFramedEntry) {
+    for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Home, Qt::Key_Return}) {
+        list_.FillEntryList(EntryList::Restore::No);
+        QSignalSpy open(&list_, &EntryList::OpenWanted);
+        QTest::keyClick(&view_, key);
+        EXPECT_EQ(state_.SymbolFile, folder_.Path("SMB\\one.txt")) << key;
+        EXPECT_EQ(view_.currentIndex().row(), 0) << key;
+        EXPECT_EQ(open.size(), key == Qt::Key_Return ? 1 : 0);
+    }
+}
+
+TEST_F(EntryListTest, AClickAfterTheKeyboardChoosesAgain) {
+    list_.FillEntryList(EntryList::Restore::No);
+    Click(0);
+    QTest::keyClick(&view_, Qt::Key_Down);
+    state_.SymbolFile.clear();
+    Click(1);
+    EXPECT_EQ(state_.SymbolFile, folder_.Path("SMB\\two.txt"));
+}
+
+TEST_F(EntryListTest, ARightDoubleClickDoesNotOpen) {
+    list_.FillEntryList(EntryList::Restore::No);
+    QSignalSpy open(&list_, &EntryList::OpenWanted);
+    QTest::mouseDClick(view_.viewport(), Qt::RightButton, Qt::NoModifier,
+                       view_.visualRect(view_.model()->index(0, 0)).center());
+    EXPECT_EQ(open.size(), 0);
+}
+
+TEST_F(EntryListTest, AnIdBeyondSixteenBitsIsToldButTheSymbolIsChosen) {
+    database_->Execute("UPDATE PDFFileTable SET ID=40000 WHERE ID=1");
+    list_.FillEntryList(EntryList::Restore::No);
+    messages_.ExpectContaining("PDFFileTable.ID");
+    Click(view_.model()->rowCount() - 1);
+    EXPECT_EQ(state_.SymbolFile, folder_.Path("SMB\\one.txt"));
+}
+
 TEST_F(EntryListTest, WhatIsNotInTheCategoryOrTheHomeRestoresNothing) {
-    for (const QString& last : {QString("\\\\\\\\\\"), QString(), QString("C:\\x\\SMB\\one.txt"),
+    // As long as the home folder, but another one.
+    const QString elsewhere = QString(folder_.Path().size() - 1, u'x') + u'\\';
+    for (const QString& last : {QString("\\\\\\\\\\"), QString(), elsewhere + "SMB\\one.txt",
                                 folder_.Path("SMB\\e.txt"), folder_.Path("SMB\\it's.txt")}) {
         settings_.Save("LastPDF", last);
         list_.FillEntryList(EntryList::Restore::Yes);

@@ -175,6 +175,26 @@ TEST_F(LibraryFilesTest, AMissingListFileLeavesNothingBehind) {
     EXPECT_EQ(settings_.Get("VelmoDB", "unset"), "unset");
 }
 
+TEST_F(LibraryFilesTest, AListWithoutCategoriesIsRefused) {
+    WriteList({});
+    try {
+        Open();
+        FAIL();
+    } catch (const RuntimeError& error) {
+        EXPECT_EQ(error.Number(), ErrorNumber::NoCurrentRecord);
+        EXPECT_EQ(error.File(), folder_.Path("home\\syst\\vlmsymlib.lst"));
+    }
+    EXPECT_EQ(Databases(), QStringList());
+}
+
+TEST_F(LibraryFilesTest, AJournalLeftBesideTheLibraryDoesNotSpoilANewOne) {
+    WriteList(SmallList);
+    folder_.Write("home\\velmo2.mdb-journal", QByteArray(2000, 'x'));
+    Open();
+    EXPECT_EQ(RootName(state_.LibraryDb), "トルヴィク");
+    EXPECT_EQ(Databases().size(), 1);
+}
+
 TEST_F(LibraryFilesTest, ABadLineIsNamedAndLeavesNothingBehind) {
     WriteList(SmallList + QStringList{"(\"no comma\")"});
     try {
@@ -229,9 +249,10 @@ TEST_F(LibraryFilesTest, TheSchemaHoldsExactlyTheColumns) {
     const QString path = folder_.Path("home\\new.mdb");
     CreateLibraryFile(path);
     Database database(path, Database::Access::Write);
-    RecordSet folders(database, "FolderTable");
-    for (const char16_t* field : {u"ID", u"ParentID", u"FolderName", u"SLDFileName"})
-        EXPECT_NO_THROW(folders.FindFirst(QString::fromUtf16(field) + " IS NULL"));
+    EXPECT_EQ(database.Prepare("SELECT * FROM FolderTable")->columns,
+              (QStringList{"ID", "ParentID", "FolderName", "SLDFileName"}));
+    EXPECT_EQ(database.Prepare("SELECT * FROM PDFFileTable")->columns,
+              (QStringList{"ID", "FolderID", "PDFName", "PDFFileName", "SLDFileName"}));
     EXPECT_EQ(AddCategory(database, 0, "a"), 1);
     EXPECT_EQ(AddCategory(database, 1, "b"), 2);
     EXPECT_EQ(AddEntry(database, 1, "e", "f"), 1);

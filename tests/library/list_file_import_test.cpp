@@ -1,6 +1,5 @@
-#include "library/list_file_import.h"
-
 #include "library/library_samples.h"
+#include "library/list_file_import.h"
 #include "platform/runtime_error.h"
 
 #include <gtest/gtest.h>
@@ -94,7 +93,8 @@ TEST_F(ListFileImportTest, ClosingAtTheTopIsIgnored) {
 }
 
 TEST_F(ListFileImportTest, ALineWithoutParenthesisClosesALevelAfterItsCategory) {
-    Import({"(\"root,  \\R.SLD,\"", "(\"aa,  \\A\\AAAA.SLD,\"", "\"bb,  \\B\\BBBB.SLD,\"", "(\"cc,  \\C\\CCCC.SLD,\")"});
+    Import({"(\"root,  \\R.SLD,\"", "(\"aa,  \\A\\AAAA.SLD,\"", "\"bb,  \\B\\BBBB.SLD,\"",
+            "(\"cc,  \\C\\CCCC.SLD,\")"});
     EXPECT_TRUE(Categories()[2].startsWith("3<2 ")) << Categories()[2].toStdString();
     EXPECT_TRUE(Categories()[3].startsWith("4<1 ")) << Categories()[3].toStdString();
 }

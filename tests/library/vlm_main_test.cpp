@@ -1,15 +1,14 @@
-#include "library/vlm_main.h"
-
 #include "library/library_samples.h"
+#include "library/vlm_main.h"
 #include "platform/files.h"
 #include "platform/slide_view.h"
 #include "support/message_queue.h"
 
 #include <QAction>
+#include <QScreen>
 #include <QStatusBar>
 #include <QTest>
 #include <QTimer>
-
 #include <gtest/gtest.h>
 
 namespace velmo {
@@ -176,11 +175,98 @@ TEST_F(BrowserTest, MenuCancelAnswersThatNothingWasChosen) {
     EXPECT_EQ(settings_.Get("TreeLast", "unset"), "unset");
 }
 
-TEST_F(BrowserTest, TheToolBarsCancelAndTheCloseBoxAnswerNothing) {
+TEST_F(BrowserTest, MenuCancelAfterAnOpenSavesNothing) {
+    Browser();
+    ClickNode("Nod2");
+    ClickEntry(0);
+    Trigger("Tbar_Open");
+    Trigger("VlmMnuFileCan");
+    EXPECT_EQ(settings_.Get("TreeLast", "unset"), "unset");
+}
+
+TEST_F(BrowserTest, TheToolBarsCancelAnswersNothing) {
     Browser();
     Trigger("Tbar_Cancel");
     EXPECT_FALSE(Browser().isVisible());
     EXPECT_FALSE(folder_.Exists("exchange\\velmo.ret2"));
+}
+
+TEST_F(BrowserTest, TheCloseBoxAnswersNothing) {
+    Browser().close();
+    EXPECT_FALSE(folder_.Exists("exchange\\velmo.ret2"));
+    EXPECT_EQ(settings_.Get("TreeLast", "unset"), "unset");
+}
+
+TEST_F(BrowserTest, AVariableWindowLeftWithoutAnAnswerConfirmsNothing) {
+    state_.Confirmed = true;
+    Browser();
+    ClickNode("Nod2");
+    ClickEntry(0);
+    Trigger("Tbar_Open");
+    EXPECT_TRUE(Browser().isVisible());
+    Browser().close();
+    EXPECT_EQ(settings_.Get("TreeLast"), "2") << "it was left through Open";
+}
+
+TEST_F(BrowserTest, AResizeUnderTheVariableWindowDoesNotRaiseTheBrowser) {
+    inVariableWindow_ = [this](VLM_MAIN& browser) {
+        browser.resize(500, 450);
+        QApplication::processEvents();
+        EXPECT_FALSE(IsTopmost());
+    };
+    Browser();
+    ClickNode("Nod2");
+    ClickEntry(0);
+    Trigger("Tbar_Open");
+    EXPECT_EQ(shown_, 1);
+    EXPECT_TRUE(IsTopmost());
+}
+
+TEST_F(BrowserTest, AMinimisedWindowSavesEverythingButItsPlace) {
+    inVariableWindow_ = [](VLM_MAIN& browser) { browser.showMinimized(); };
+    Browser();
+    ClickNode("Nod2");
+    ClickEntry(0);
+    Trigger("Tbar_Open");
+    Browser().close();
+    EXPECT_EQ(settings_.Get("TreeLast"), "2");
+    EXPECT_EQ(settings_.Get("VlmMainWidth", "unset"), "unset");
+}
+
+TEST_F(BrowserTest, TheUserLibraryHasKeysOfItsOwn) {
+    CreateLibraryFile(folder_.Path("home\\VelmoUsr.mdb"));
+    {
+        Database user(folder_.Path("home\\VelmoUsr.mdb"), Database::Access::Write);
+        AddCategory(user, 0, "user root");
+        AddCategory(user, 1, "U");
+        AddEntry(user, 2, "one", "SMB\\one.txt");
+    }
+    state_.UserLibrary = true;
+    inVariableWindow_ = [this](VLM_MAIN&) { state_.Confirmed = true; };
+    Browser();
+    ClickNode("Nod2");
+    ClickEntry(0);
+    Trigger("Tbar_Open");
+    EXPECT_EQ(settings_.Get("UsrTreeLast"), "2");
+    EXPECT_EQ(settings_.Get("UsrLastPDF"), folder_.Path("home\\SMB\\one.txt"));
+    EXPECT_EQ(settings_.Get("TreeLast", "unset"), "unset");
+}
+
+TEST_F(BrowserTest, ACategoryThatCannotBeReadLeavesNothingOfTheOneBefore) {
+    Browser();
+    ClickNode("Nod2");
+    ClickEntry(0);
+    {
+        Database database(folder_.Path("home\\Velmo2.mdb"), Database::Access::Write);
+        database.Execute("DELETE FROM FolderTable WHERE ID=3");
+    }
+    messages_.ExpectContaining("3021");
+    ClickNode("Nod3");
+    EXPECT_EQ(state_.SymbolFile, "");
+    EXPECT_EQ(Find<QListView>("VlmPdfList")->model()->rowCount(), 0);
+    EXPECT_EQ(Path(), "");
+    ClickNode("Nod2");
+    EXPECT_EQ(Path(), "A");
 }
 
 TEST_F(BrowserTest, CancelThatCannotBeWrittenKeepsTheWindow) {
@@ -225,6 +311,20 @@ TEST_F(BrowserTest, RestoresCategoryAndEntry) {
 TEST_F(BrowserTest, AFirstStartHasTheDefaultPlace) {
     EXPECT_EQ(Browser().pos(), QPoint(67, 67));
     EXPECT_EQ(Browser().size(), QSize(433, 433));
+}
+
+TEST_F(BrowserTest, APlaceOffEveryScreenIsBroughtBack) {
+    settings_.Save("VlmMainLeft", "900000");
+    settings_.Save("VlmMainTop", "-1e300");
+    settings_.Save("VlmMainWidth", "300000");
+    const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+    EXPECT_TRUE(screen.contains(Browser().pos()));
+    EXPECT_LE(Browser().width(), screen.width());
+}
+
+TEST_F(BrowserTest, ItDoesNotBecomeSmallerThanItsLeastSize) {
+    Browser().resize(10, 10);
+    EXPECT_EQ(Browser().size(), QSize(200, 133));
 }
 
 TEST_F(BrowserTest, TheSavedPlaceComesBack) {

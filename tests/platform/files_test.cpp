@@ -1,5 +1,4 @@
 #include "platform/files.h"
-
 #include "platform/runtime_error.h"
 #include "platform/text_file.h"
 #include "support/failing_disk.h"
@@ -8,7 +7,6 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-
 #include <gmock/gmock.h>
 
 namespace velmo {
@@ -76,7 +74,8 @@ TEST(Files, ReplacingWritesTheWholeFileOrNothing) {
 TEST(Files, ReplacingKeepsThePermissions) {
     const TempFolder folder;
     folder.Write("answer", "old");
-    const QFile::Permissions wanted = QFile::ReadOwner | QFile::WriteOwner | QFile::ReadUser | QFile::WriteUser;
+    const QFile::Permissions wanted =
+        QFile::ReadOwner | QFile::WriteOwner | QFile::ReadUser | QFile::WriteUser;
     QFile::setPermissions(NativePath(folder.Path("answer")), wanted);
     ReplaceFile(folder.Path("answer"), "new");
     EXPECT_EQ(QFileInfo(NativePath(folder.Path("answer"))).permissions(), wanted);
@@ -120,7 +119,8 @@ TEST(TextFile, AFileThatCannotBeOpenedIsNamed) {
     try {
         TextReader reader(folder.Path("none.txt"));
     } catch (const RuntimeError& error) {
-        EXPECT_THAT(ErrorText(error).toStdString(), testing::HasSubstr(folder.Path("none.txt").toStdString()));
+        EXPECT_THAT(ErrorText(error).toStdString(),
+                    testing::HasSubstr(folder.Path("none.txt").toStdString()));
     }
 }
 

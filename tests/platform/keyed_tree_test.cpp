@@ -1,11 +1,9 @@
 #include "platform/keyed_tree.h"
-
 #include "platform/runtime_error.h"
 
 #include <QAbstractItemModelTester>
 #include <QSignalSpy>
 #include <QTest>
-
 #include <gtest/gtest.h>
 
 namespace velmo {
@@ -15,7 +13,8 @@ class KeyedTreeTest : public testing::Test {
 protected:
     KeyedTreeTest() : tester_(&tree_.Nodes(), QAbstractItemModelTester::FailureReportingMode::Fatal) {
         tree_.Nodes().Add({}, {NewNode{"root", "Root", 1, {}}});
-        tree_.Nodes().Add("root", {NewNode{"a", "A", 2, {NewNode{"hint", "H", 2, {}}}}, NewNode{"b", "B", 2, {}}});
+        tree_.Nodes().Add("root",
+                          {NewNode{"a", "A", 2, {NewNode{"hint", "H", 2, {}}}}, NewNode{"b", "B", 2, {}}});
         tree_.resize(200, 200);
         tree_.show();
         EXPECT_TRUE(QTest::qWaitForWindowExposed(&tree_));

@@ -1,5 +1,4 @@
 #include "platform/numbers.h"
-
 #include "platform/runtime_error.h"
 
 #include <gtest/gtest.h>

@@ -1,11 +1,9 @@
-#include "platform/record_set.h"
-
 #include "platform/files.h"
+#include "platform/record_set.h"
 #include "platform/runtime_error.h"
 #include "support/temp_folder.h"
 
 #include <QFile>
-
 #include <gtest/gtest.h>
 
 namespace velmo {
@@ -125,7 +123,8 @@ TEST_F(RecordSetTest, TextsHoldAtMost255Characters) {
 
 TEST_F(RecordSetTest, AQuoteInANameBreaksTheStatement) {
     Add("it's");
-    EXPECT_EQ(RecordSet(database_, "SELECT * FROM T WHERE Name='", "two", "' AND Number=3").Integer(u"ID"), 2);
+    EXPECT_EQ(RecordSet(database_, "SELECT * FROM T WHERE Name='", "two", "' AND Number=3").Integer(u"ID"),
+              2);
     EXPECT_TRUE(RecordSet(database_, "SELECT * FROM T WHERE Name='", "TWO", "'").Eof());
     EXPECT_EQ(Failure([&] { RecordSet rows(database_, "SELECT * FROM T WHERE Name='", "it's", "'"); }),
               ErrorNumber::QuerySyntax);
@@ -149,9 +148,11 @@ TEST_F(RecordSetTest, JapaneseTextComparesWithoutCaseKanaAndWidth) {
         rows.Update();
     }
     for (const char16_t* same : {u"ボルト M10", u"ぼると m10", u"ﾎﾞﾙﾄ Ｍ１０"})
-        EXPECT_FALSE(RecordSet(database_, "SELECT * FROM J WHERE Name='", QString::fromUtf16(same), "'").Eof());
+        EXPECT_FALSE(
+            RecordSet(database_, "SELECT * FROM J WHERE Name='", QString::fromUtf16(same), "'").Eof());
     for (const char16_t* other : {u"ホルト M10", u"ボルトM10", u"ボルト M1"})
-        EXPECT_TRUE(RecordSet(database_, "SELECT * FROM J WHERE Name='", QString::fromUtf16(other), "'").Eof());
+        EXPECT_TRUE(
+            RecordSet(database_, "SELECT * FROM J WHERE Name='", QString::fromUtf16(other), "'").Eof());
 }
 
 TEST_F(RecordSetTest, ATransactionCountsOnlyWhenCommitted) {
@@ -200,6 +201,30 @@ TEST(Database, AMissingTableNamesTheFile) {
         EXPECT_EQ(error.Number(), ErrorNumber::TableNotFound);
         EXPECT_EQ(error.File(), folder.Path("a.mdb"));
     }
+}
+
+TEST(Database, ReadingTakesBackWhatAKilledWriterLeftHalfDone) {
+    const TempFolder folder;
+    {
+        Database database = Database::Create(folder.Path("a.mdb"));
+        database.Execute("CREATE TABLE T (ID COUNTER, Name TEXT);");
+        database.Execute("INSERT INTO T (Name) VALUES ('before')");
+        // The change is in the file before it is committed; what lies on disk now is what a kill would leave.
+        database.Execute("PRAGMA cache_size=1");
+        const Transaction transaction(database);
+        database.Execute("UPDATE T SET Name='half'");
+        database.Execute(
+            "INSERT INTO T (Name) SELECT hex(zeroblob(500)) FROM "
+            "(WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i+1 FROM n LIMIT 100) SELECT * FROM n)");
+        folder.Write("b.mdb", folder.Read("a.mdb"));
+        folder.Write("b.mdb-journal", folder.Read("a.mdb-journal"));
+    }
+    ASSERT_TRUE(folder.Read("b.mdb").contains("half")) << "the sample must really be half done";
+    Database reader(folder.Path("b.mdb"), Database::Access::Read);
+    RecordSet rows(reader, "T");
+    EXPECT_EQ(rows.Text(u"Name"), "before");
+    rows.MoveNext();
+    EXPECT_TRUE(rows.Eof());
 }
 
 TEST(Database, ReadingLeavesAReadOnlyFileAlone) {

@@ -126,6 +126,11 @@ TEST(SettingsStore, AFailedSaveLeavesTheOldFile) {
         EXPECT_THROW(store.Flush(), RuntimeError);
     }
     EXPECT_EQ(folder.Read("Velmo2.ini"), "[Settings]\nA=1\n");
+    EXPECT_EQ(store.Get("A"), "1") << "what could not be saved is forgotten";
+    store.Save("B", "2");
+    store.Flush();
+    EXPECT_EQ(folder.Read("Velmo2.ini"), "[Settings]\nA=1\nB=2\n");
+    EXPECT_EQ(SettingsStore(Ini(folder)).Get("A"), "1");
 }
 
 } // namespace

@@ -268,6 +268,17 @@ TEST_F(ValueEditorsTest, EscapeInTheUnfoldedListClosesBoth) {
     EXPECT_EQ(CurrentValues(), (QStringList{"100", "20", "3"}));
 }
 
+TEST_F(ValueEditorsTest, EnterInTheUnfoldedListAppliesTheEntry) {
+    WriteRows();
+    Open();
+    ClickValue(1);
+    ASSERT_TRUE(CurCmb()->view()->isVisible());
+    QTest::keyClick(CurCmb()->view()->window()->windowHandle(), Qt::Key_Down);
+    QTest::keyClick(CurCmb()->view()->window()->windowHandle(), Qt::Key_Return);
+    EXPECT_FALSE(CurCmb()->isVisible());
+    EXPECT_EQ(CurrentValues(), (QStringList{"8", "3", "3"}));
+}
+
 TEST_F(ValueEditorsTest, ALeftListIsClosedUnchanged) {
     WriteRows();
     Open();
@@ -333,7 +344,7 @@ TEST_F(ValueEditorsTest, ValuesThatAreNoNumbersAreShownAsAnErrorAndTheWindowStay
     Press(Qt::Key_Return);
     EXPECT_TRUE(window->isVisible());
     EXPECT_EQ(CurrentValues(), (QStringList{"100", "20", "3"}));
-    EXPECT_EQ(RequestedExitStatus(), 0);
+    EXPECT_EQ(messages.ExitStatus(), 0);
 }
 
 TEST_F(ValueEditorsTest, MoreThanThirtyVariablesAreAnErrorWhenAValueIsApplied) {

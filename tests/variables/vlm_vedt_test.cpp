@@ -397,7 +397,7 @@ TEST_F(VlmVedtTest, AnAnswerThatCannotBeWrittenEndsTheProgram) {
     QDir().mkpath(symbol.folder.Path("velmo.ret2").replace(u'\\', u'/'));
     messages.ExpectContaining("velmo.ret2");
     ClickButton("Vedt_OKBtn");
-    EXPECT_EQ(RequestedExitStatus(), 1);
+    EXPECT_EQ(messages.ExitStatus(), 1);
     EXPECT_FALSE(symbol.folder.Exists("velmo.ret"));
     EXPECT_EQ(Setting("SmbTbl1"), QStringLiteral("none"));
     EXPECT_EQ(settings.Get("SmbTbl1", "none"), QStringLiteral("none")) << "nor later";
@@ -409,7 +409,7 @@ TEST_F(VlmVedtTest, ACancelThatCannotBeWrittenEndsTheProgram) {
     QDir().mkpath(symbol.folder.Path("velmo.ret2").replace(u'\\', u'/'));
     messages.ExpectContaining("velmo.ret2");
     ClickButton("VEdt_CanBtn");
-    EXPECT_EQ(RequestedExitStatus(), 1);
+    EXPECT_EQ(messages.ExitStatus(), 1);
 }
 
 TEST_F(VlmVedtTest, MeasureRemembersTheVariable) {

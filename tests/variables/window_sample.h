@@ -24,10 +24,9 @@ protected:
     }
 
     ~WindowTest() override {
-        if (RequestedExitStatus() == 0)
+        if (messages.ExitStatus() == 0)
             return;
         // The end that a test brought about must not end the loops of the next one.
-        EndProgram(0);
         QTimer::singleShot(0, qApp, &QCoreApplication::quit);
         QCoreApplication::exec();
     }

@@ -1,0 +1,226 @@
+#include "acceptance_test.h"
+
+#include <QDir>
+#include <QFile>
+#include <SQLiteCpp/SQLiteCpp.h>
+
+#ifdef Q_OS_LINUX
+#include <linux/capability.h>
+#include <sys/prctl.h>
+#endif
+
+namespace velmo {
+namespace {
+
+using testing::ElementsAre;
+
+const QString listFile = "syst\\vlmsymlib.lst";
+
+// List files that cannot be imported: no database is left behind.
+class BadListFileTest : public AcceptanceTest {
+protected:
+    void ExpectRefused(const QStringList& parts) {
+        const QByteArray settings = session_.SettingsFile();
+        ExpectFailedStart(QStringList{session_.HomeDir() + listFile} + parts);
+        EXPECT_EQ(QDir(session_.Home()).entryList(QDir::Files), QStringList());
+        EXPECT_EQ(session_.SettingsFile(), settings);
+        EXPECT_FALSE(session_.ExistsInExchange("velmo.ret2"));
+    }
+};
+
+TEST_F(BadListFileTest, Missing) {
+    QFile::remove(session_.Home() + "/syst/vlmsymlib.lst");
+    ExpectRefused({"53"});
+}
+
+TEST_F(BadListFileTest, AMissingFolder) {
+    QDir(session_.Home() + "/syst").removeRecursively();
+    ExpectRefused({"76"});
+}
+
+TEST_F(BadListFileTest, NestedTooDeep) {
+    QStringList lines = {R"(("root,  ,")"};
+    for (int depth = 1; depth <= 10; ++depth)
+        lines << QString(R"(("L%1,  \A.SLD,")").arg(depth);
+    session_.WriteHomeLines(listFile, lines);
+    StartWith("VLM_MAIN");
+    Run().ClickAction("Tbar_Cancel");
+    EXPECT_EQ(End(), 0);
+    QFile::remove(session_.Home() + "/velmo2.mdb");
+    session_.Set("VelmoDB", "");
+    session_.WriteHomeLines(listFile, lines << R"(("L11,  \A.SLD,")");
+    ExpectRefused({"'9'", "行: 12"});
+}
+
+TEST_F(BadListFileTest, ALineWithoutItsCommas) {
+    session_.WriteHomeLines(listFile, {R"(("root,  ,")", R"(("ボルト")"});
+    ExpectRefused({"'5'", "行: 2"});
+}
+
+TEST_F(BadListFileTest, ANameThatIsTooLong) {
+    session_.WriteHomeLines(
+        listFile, {R"(("root,  ,")", R"(("A,  \A.SLD,")", "(\"" + QString(256, 'x') + R"(,  \A.SLD,"))"});
+    ExpectRefused({"3163", "行: 3", "FolderName"});
+}
+
+TEST_F(BadListFileTest, AnEmptyListHasNoRoot) {
+    session_.WriteHome(listFile, "");
+    Start();
+    ExpectError({"3021"});
+    EXPECT_EQ(End(), 1);
+}
+
+// Library files that are something else, or that others keep from us.
+class BadLibraryTest : public AcceptanceTest {
+protected:
+    void ImportOnce() {
+        StartWith("VLM_MAIN");
+        Run().ClickAction("Tbar_Cancel");
+        EXPECT_EQ(End(), 0);
+    }
+    QString Library() const { return session_.HomeDir() + "Velmo2.mdb"; }
+};
+
+TEST_F(BadLibraryTest, NoDatabase) {
+    const QByteArray text = QByteArray("Standard Jet DB").repeated(100);
+    session_.WriteHome("Velmo2.mdb", text);
+    ExpectFailedStart({"3343", Library()});
+    EXPECT_EQ(session_.ReadHome("Velmo2.mdb"), text);
+}
+
+TEST_F(BadLibraryTest, AnEmptyFile) {
+    session_.WriteHome("Velmo2.mdb", "");
+    ExpectFailedStart({"3078", Library()});
+    EXPECT_EQ(session_.ReadHome("Velmo2.mdb"), "");
+}
+
+TEST_F(BadLibraryTest, OtherTables) {
+    session_.ExecuteHome("Velmo2.mdb", "CREATE TABLE Customers (Name)");
+    const QByteArray before = session_.ReadHome("Velmo2.mdb");
+    ExpectFailedStart({"3078", Library()});
+    EXPECT_EQ(session_.ReadHome("Velmo2.mdb"), before);
+}
+
+TEST_F(BadLibraryTest, OtherColumns) {
+    session_.ExecuteHome("Velmo2.mdb", "CREATE TABLE FolderTable (ID INTEGER PRIMARY KEY, ParentID);"
+                                       "INSERT INTO FolderTable VALUES (1, 0);");
+    ExpectFailedStart({"3265", Library(), "foldername"});
+}
+
+TEST_F(BadLibraryTest, NoEntryTable) {
+    session_.ExecuteHome(
+        "Velmo2.mdb", "CREATE TABLE FolderTable (ID INTEGER PRIMARY KEY, ParentID, FolderName, SLDFileName);"
+                      "INSERT INTO FolderTable VALUES (1, 0, 'R', '');");
+    Start();
+    ExpectError({"3078", Library()});
+    // A category that cannot be shown leaves a usable window.
+    Run().WaitForWindow("VLM_MAIN");
+    Run().ClickAction("Tbar_Cancel");
+    EXPECT_EQ(End(), 0);
+}
+
+TEST_F(BadLibraryTest, CutShort) {
+    ImportOnce();
+    const QByteArray half = session_.ReadHome("velmo2.mdb").first(4096 + 100);
+    session_.WriteHome("velmo2.mdb", half);
+    ExpectFailedStart({"3343", Library()});
+    EXPECT_EQ(session_.ReadHome("velmo2.mdb"), half);
+}
+
+TEST_F(BadLibraryTest, NoRoot) {
+    ImportOnce();
+    session_.ExecuteHome("velmo2.mdb", "DELETE FROM FolderTable");
+    ExpectFailedStart({"3021", Library()});
+}
+
+TEST_F(BadLibraryTest, LockedByAnotherProgramFromTheStart) {
+    ImportOnce();
+    SQLite::Database other((session_.Home() + "/velmo2.mdb").toStdString(), SQLite::OPEN_READWRITE);
+    other.exec("BEGIN EXCLUSIVE");
+    ExpectFailedStart({"3260", Library()});
+}
+
+TEST_F(BadLibraryTest, LockedForAWhileLeavesTheBrowserUsable) {
+    StartWith("VLM_MAIN");
+    {
+        SQLite::Database other((session_.Home() + "/velmo2.mdb").toStdString(), SQLite::OPEN_READWRITE);
+        other.exec("BEGIN EXCLUSIVE");
+        ChooseCategory({"トルヴィク", "ボルト"});
+        ExpectError({"3260", Library()});
+    }
+    ChooseCategory({"トルヴィク", "座金"});
+    ChooseCategory({"トルヴィク", "ボルト"});
+    EXPECT_THAT(Run().Column("VlmPdfList", 0), ElementsAre("六角ボルト", "アイボルト", "記号"));
+}
+
+TEST_F(BadLibraryTest, AMissingHome) {
+    session_.Set("VlmHome", session_.Home() + "/nil");
+    ExpectFailedStart({"76", session_.Home() + "/nil\\"});
+    EXPECT_FALSE(session_.ExistsInHome("nil"));
+}
+
+TEST_F(BadLibraryTest, NoHomeAtAll) {
+    session_.WriteSettingsFile("");
+    ExpectFailedStart({listFile});
+}
+
+#ifdef Q_OS_LINUX
+// The superuser obeys permissions once the new process cannot pass over them any more.
+void ObeyPermissions() {
+    prctl(PR_CAPBSET_DROP, CAP_DAC_OVERRIDE);
+    prctl(PR_CAPBSET_DROP, CAP_DAC_READ_SEARCH);
+}
+
+class PermissionTest : public BadLibraryTest {
+protected:
+    void TearDown() override {
+        QFile::setPermissions(session_.Home(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        BadLibraryTest::TearDown();
+    }
+    void MakeHomeReadOnly() { QFile::setPermissions(session_.Home(), QFile::ReadOwner | QFile::ExeOwner); }
+};
+
+TEST_F(PermissionTest, AReadOnlyLibraryIsUsedAllTheSame) {
+    ImportOnce();
+    QFile::setPermissions(session_.Home() + "/velmo2.mdb", QFile::ReadOwner);
+    MakeHomeReadOnly();
+    StartChanged(ObeyPermissions);
+    Run().WaitForWindow("VLM_MAIN");
+    OpenEntry({"トルヴィク", "ボルト"}, "アイボルト");
+    Run().Click("Vedt_OKBtn");
+    EXPECT_EQ(End(), 0);
+}
+
+TEST_F(PermissionTest, AReadOnlyHomeTakesNoNewLibrary) {
+    MakeHomeReadOnly();
+    const QByteArray settings = session_.SettingsFile();
+    StartChanged(ObeyPermissions);
+    ExpectError({"75", session_.HomeDir() + "velmo2.mdb"});
+    EXPECT_EQ(End(), 1);
+    EXPECT_EQ(QDir(session_.Home()).entryList(QDir::Files), QStringList());
+    EXPECT_EQ(session_.SettingsFile(), settings);
+}
+
+TEST_F(PermissionTest, AnUnreadableLibrary) {
+    ImportOnce();
+    QFile::setPermissions(session_.Home() + "/velmo2.mdb", {});
+    StartChanged(ObeyPermissions);
+    ExpectError({"75", Library()});
+    EXPECT_EQ(End(), 1);
+}
+
+TEST_F(PermissionTest, AnUnreadableDefinition) {
+    StartWith("VLM_MAIN");
+    QFile::setPermissions(session_.Home() + "/SMB/BOLT/EYE.TXT", {});
+    StartChanged(ObeyPermissions);
+    Run().WaitForWindow("VLM_MAIN");
+    ChooseCategory({"トルヴィク", "ボルト"});
+    Run().Click("VlmPdfList", Item::Named("アイボルト"));
+    Run().ClickAction("Tbar_Open");
+    ExpectError({"75", session_.HomeDir() + "SMB\\BOLT\\EYE.TXT"});
+    EXPECT_EQ(End(), 1);
+}
+#endif
+
+} // namespace
+} // namespace velmo

@@ -1,0 +1,130 @@
+#include "acceptance_test.h"
+
+namespace velmo {
+namespace {
+
+using testing::ElementsAre;
+
+const QStringList bolts = {"トルヴィク", "ボルト"};
+
+class BadSettingsTest : public AcceptanceTest {
+protected:
+    void Confirm() {
+        StartWith("VLM_MAIN");
+        OpenEntry(bolts, "アイボルト");
+        Run().Click("Vedt_OKBtn");
+        EXPECT_EQ(End(), 0);
+    }
+};
+
+TEST_F(BadSettingsTest, WhatOthersWroteStaysByteForByte) {
+    const QByteArray before = "; comment \xFF\xFE\n"
+                              "no equals sign\n"
+                              "=no key\n"
+                              "[Other]\n"
+                              "VlmHome=elsewhere\n"
+                              "Bad\x80=\xC3\x28\n"
+                              "\n"
+                              "[Settings]\n"
+                              "VlmHome=";
+    const QByteArray after = "\nSpaced = a \"quoted\\x41\" ; value\n"
+                             "Twice=1\n"
+                             "Twice=2\n"
+                             "garbage\n"
+                             "Bad\x80Key=\x80\x81\n"
+                             "\xE3\x81\n"
+                             "VlmTemp=";
+    const QByteArray end = "\n[Third]\r\nKey=1\r\n";
+    const QByteArray file =
+        before + session_.Home().toUtf8() + after + session_.Exchange().toUtf8() + "\n" + end;
+    session_.WriteSettingsFile(file);
+    Confirm();
+    const QByteArray saved = session_.SettingsFile();
+    EXPECT_TRUE(
+        saved.startsWith(before + session_.Home().toUtf8() + after + session_.Exchange().toUtf8() + "\n"))
+        << saved.toStdString();
+    EXPECT_TRUE(saved.endsWith(end)) << saved.toStdString();
+    EXPECT_EQ(session_.Setting("SmbTbl1"), QString("8"));
+    EXPECT_EQ(session_.Setting("TreeLast"), QString("2"));
+}
+
+TEST_F(BadSettingsTest, WindowsLineEndsAreRead) {
+    session_.WriteSettingsFile(("[Settings]\r\nVlmHome=" + session_.Home() +
+                                "\r\nVlmTemp=" + session_.Exchange() + "\r\nVlmMode=2\r\n")
+                                   .toUtf8());
+    Confirm();
+    EXPECT_EQ(session_.ReadExchangeLines("velmo.ret2")->last(), QString("TOLVIKS"));
+}
+
+TEST_F(BadSettingsTest, AFileOfOtherBytesIsAnEmptyStore) {
+    session_.WriteSettingsFile(QByteArray("\x00\x01\x02\xFF\n\n\x80", 7));
+    ExpectFailedStart({"syst\\vlmsymlib.lst"});
+    EXPECT_EQ(session_.SettingsFile(), QByteArray("\x00\x01\x02\xFF\n\n\x80", 7));
+}
+
+TEST_F(BadSettingsTest, ModesThatAreNoNumbersAreTheDefaults) {
+    session_.Set("VlmMode", "なし");
+    session_.Set("VlmNxt", "1e9");
+    session_.WriteExchangeLines("velmo.ret2", {session_.HomeDir() + "SMB\\BOLT\\EYE.TXT", "TOLVIKS"});
+    StartWith("VLM_MAIN");
+    OpenEntry(bolts, "アイボルト");
+    EXPECT_EQ(Run().Window("VLM_VEDT")["title"].toString(), QString("Velmo 変数入力"));
+}
+
+struct BadNumber {
+    const char* key;
+    const char* value;
+    const char* error;
+};
+
+// A number that the browser or the variable window needs.
+class BadNumberTest : public BadSettingsTest, public testing::WithParamInterface<BadNumber> {};
+
+TEST_P(BadNumberTest, IsToldWithFileAndKey) {
+    Confirm();
+    session_.Set(GetParam().key, GetParam().value);
+    if (QString(GetParam().key) == "TBLLast")
+        session_.Set("VlmNxt", "1");
+    const QByteArray settings = session_.SettingsFile();
+    const QByteArray choice = session_.ReadExchange("velmo.ret2");
+    ExpectFailedStart({GetParam().error, session_.SettingsPath(), GetParam().key});
+    EXPECT_EQ(session_.SettingsFile(), settings);
+    EXPECT_EQ(session_.ReadExchange("velmo.ret2"), choice);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    All, BadNumberTest,
+    testing::Values(BadNumber{"TreeLast", "二", "'13'"}, BadNumber{"TreeLast", "70000", "'6'"},
+                    BadNumber{"VlmMainLeft", "left", "'13'"}, BadNumber{"VlmMainWidth", "6,500", "'13'"},
+                    BadNumber{"TBLLast", "x", "'13'"}),
+    [](const auto& tested) { return std::string(tested.param.key) + std::to_string(tested.index); });
+
+TEST_F(BadSettingsTest, ARowBelowOneIsTheFirst) {
+    StartWith("VLM_MAIN");
+    OpenEntry(bolts, "六角ボルト");
+    Run().Click("Vedt_OKBtn");
+    EXPECT_EQ(End(), 0);
+    session_.Set("VlmNxt", "1");
+    session_.Set("TBLLast", "-3");
+    StartWith("VLM_VEDT");
+    EXPECT_EQ(CurrentRow("Vedt_FlexGrid"), 1);
+}
+
+TEST_F(BadSettingsTest, APlaceFarOutsideIsBroughtBack) {
+    session_.Set("VlmMainLeft", "900000");
+    session_.Set("VlmMainTop", "-900000");
+    session_.Set("VlmMainWidth", "10");
+    session_.Set("VlmMainHeight", "10");
+    StartWith("VLM_MAIN");
+    const QJsonValue size = Run().Property("VLM_MAIN", "size");
+    constexpr int twipsOfAPixel = 15;
+    EXPECT_NEAR(size[0].toInt() * twipsOfAPixel, 3000, twipsOfAPixel);
+    EXPECT_NEAR(size[1].toInt() * twipsOfAPixel, 2000, twipsOfAPixel);
+    const QJsonArray rect = Run().Window("VLM_MAIN")["rect"].toArray();
+    constexpr int widestScreen = 10'000;
+    EXPECT_LT(rect[0].toInt(), widestScreen);
+    EXPECT_GE(rect[1].toInt(), 0);
+}
+
+} // namespace
+} // namespace velmo

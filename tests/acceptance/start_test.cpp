@@ -1,0 +1,182 @@
+#include "acceptance_test.h"
+
+#include <QDir>
+#include <QFile>
+
+namespace velmo {
+namespace {
+
+using testing::ElementsAre;
+
+class StartTest : public AcceptanceTest {};
+
+TEST_F(StartTest, AFirstStartImportsTheListFile) {
+    StartWith("VLM_MAIN");
+    // Twips, as near as pixels come to them.
+    const QJsonValue place = Run().Property("VLM_MAIN", "pos");
+    EXPECT_NEAR(place[0].toInt() * 15, 1000, 15);
+    EXPECT_NEAR(place[1].toInt() * 15, 1000, 15);
+    const QJsonValue size = Run().Property("VLM_MAIN", "size");
+    EXPECT_NEAR(size[0].toInt() * 15, 6500, 15);
+    EXPECT_NEAR(size[1].toInt() * 15, 6500, 15);
+    EXPECT_TRUE(Run().Describe("VlmTreeView", Item::Named("トルヴィク"))["selected"].toBool());
+    EXPECT_EQ(session_.Setting("VelmoDB"), session_.HomeDir() + "velmo2.mdb");
+    EXPECT_EQ(QDir(session_.Home()).entryList({"velmo*"}, QDir::Files), QStringList("velmo2.mdb"));
+    EXPECT_THAT(
+        session_.QueryHome("velmo2.mdb",
+                           "SELECT ID, ParentID, FolderName, ifnull(SLDFileName, '') FROM FolderTable"),
+        ElementsAre(ElementsAre("1", "0", "トルヴィク", ""),
+                    ElementsAre("2", "1", "ボルト", "SMB\\BOLT\\BOLT.SLD"),
+                    ElementsAre("3", "1", "座金", "SMB\\WASH\\WASH.SLD"),
+                    ElementsAre("4", "3", "大形", "SMB\\WASH\\LARGE.SLD")));
+    EXPECT_THAT(
+        session_.QueryHome("velmo2.mdb",
+                           "SELECT ID, FolderID, PDFName, PDFFileName, SLDFileName FROM PDFFileTable"),
+        ElementsAre(ElementsAre("1", "2", "六角ボルト", "SMB\\BOLT\\HEX.TXT", "SMB\\BOLT\\HEX.SLD"),
+                    ElementsAre("2", "2", "アイボルト", "SMB\\BOLT\\EYE.TXT", "SMB\\BOLT\\EYE.SLD"),
+                    ElementsAre("3", "2", "記号", "SMB\\BOLT\\MARK.TXT", "SMB\\BOLT\\MARK.SLD"),
+                    ElementsAre("4", "4", "平座金", "SMB\\WASH\\WASHER.TXT", "SMB\\WASH\\WASHER.SLD")));
+}
+
+TEST_F(StartTest, TheSecondStartReadsTheDatabaseAndNotTheList) {
+    StartWith("VLM_MAIN");
+    Run().ClickAction("Tbar_Cancel");
+    EXPECT_EQ(End(), 0);
+    QFile::remove(session_.Home() + "/syst/vlmsymlib.lst");
+    const QByteArray database = session_.ReadHome("velmo2.mdb");
+    StartWith("VLM_MAIN");
+    EXPECT_THAT(Run().Tree("VlmTreeView"), ElementsAre("トルヴィク", "  ボルト", "  座金+", "    大形"));
+    EXPECT_EQ(session_.ReadHome("velmo2.mdb"), database);
+}
+
+TEST_F(StartTest, AHomeThatEndsInABackslashIsTheSame) {
+    session_.Set("VlmHome", session_.HomeDir());
+    session_.Set("VlmTemp", session_.TempDir());
+    StartWith("VLM_MAIN");
+    OpenEntry({"トルヴィク", "ボルト"}, "アイボルト");
+    Run().Click("Vedt_OKBtn");
+    EXPECT_EQ(End(), 0);
+    EXPECT_EQ(session_.ReadExchangeLines("velmo.ret2"),
+              QStringList({session_.HomeDir() + "SMB\\BOLT\\EYE.TXT", "TOLVIKS"}));
+    EXPECT_EQ(session_.Setting("VlmHome"), session_.HomeDir());
+}
+
+TEST_F(StartTest, NamesAreFoundWhateverTheirCase) {
+    StartWith("VLM_MAIN");
+    Run().ClickAction("Tbar_Cancel");
+    EXPECT_EQ(End(), 0);
+    const QDir home(session_.Home());
+    ASSERT_TRUE(QFile::rename(home.filePath("velmo2.mdb"), home.filePath("VELMO2.MDB")));
+    ASSERT_TRUE(QFile::rename(home.filePath("SMB/BOLT/HEX.TXT"), home.filePath("SMB/BOLT/Hex.txt")));
+    ASSERT_TRUE(QFile::rename(home.filePath("SMB/BOLT/HEX.PMN"), home.filePath("SMB/BOLT/hex.pmn")));
+    ASSERT_TRUE(QFile::rename(home.filePath("SMB/BOLT"), home.filePath("SMB/bolt")));
+    ASSERT_TRUE(QFile::rename(home.filePath("SMB"), home.filePath("smb")));
+    ASSERT_TRUE(QFile::remove(home.filePath("syst/vlmsymlib.lst")));
+    StartWith("VLM_MAIN");
+    const QImage empty = Run().Picture("VlmPDFSlide");
+    ChooseCategory({"トルヴィク", "ボルト"});
+    Run().Click("VlmPdfList", Item::Named("六角ボルト"));
+    EXPECT_NE(Run().Picture("VlmPDFSlide"), empty);
+    Run().ClickAction("Tbar_Open");
+    Run().WaitForWindow("VLM_VEDT");
+    EXPECT_EQ(TableRows().size(), 2);
+    Run().Click("Vedt_OKBtn");
+    EXPECT_EQ(End(), 0);
+    EXPECT_EQ(session_.ReadExchangeLines("velmo.ret2")->first(), session_.HomeDir() + "SMB\\BOLT\\HEX.TXT");
+    EXPECT_EQ(home.entryList({"*.mdb"}, QDir::Files), QStringList("VELMO2.MDB"));
+}
+
+TEST_F(StartTest, FoldersMayHaveJapaneseNames) {
+    // The second bytes of these characters are backslashes in code page 932.
+    const QTemporaryDir folder;
+    session_ = VelmoSession(folder.filePath("表ソ能/ライブラリ 十"), folder.filePath("作業"));
+    WriteSmallLibrary(session_);
+    StartWith("VLM_MAIN");
+    OpenEntry({"トルヴィク", "ボルト"}, "アイボルト");
+    Run().Click("Vedt_OKBtn");
+    EXPECT_EQ(End(), 0);
+    EXPECT_EQ(session_.ReadExchangeLines("velmo.ret2"),
+              QStringList({session_.HomeDir() + "SMB\\BOLT\\EYE.TXT", "TOLVIKS"}));
+    session_.Set("VlmNxt", "1");
+    StartWith("VLM_VEDT");
+    EXPECT_THAT(Values(), ElementsAre("8", "1"));
+}
+
+TEST_F(StartTest, AnyProgramCanMakeTheDatabase) {
+    session_.ExecuteHome(
+        "Velmo2.mdb",
+        "CREATE TABLE FolderTable (id INTEGER PRIMARY KEY, parentid INT, foldername, sldfilename);"
+        "CREATE TABLE PDFFileTable (id INTEGER PRIMARY KEY, folderid INT, pdfname, pdffilename, sldfilename);"
+        "INSERT INTO FolderTable VALUES (1, 0, '別の根', NULL), (11, 1, '別の分類', NULL), (12, 0, '二番', "
+        "NULL);"
+        "INSERT INTO PDFFileTable VALUES (5, 11, '目', 'SMB\\BOLT\\EYE.TXT', NULL);");
+    session_.Set("TreeLast", "11");
+    StartWith("VLM_MAIN");
+    // A second row without a parent is not shown.
+    EXPECT_THAT(Run().Tree("VlmTreeView"), ElementsAre("別の根", "  別の分類"));
+    EXPECT_EQ(session_.Setting("VelmoDB"), std::nullopt);
+    Run().Click("VlmPdfList", Item::Named("目"));
+    Run().ClickAction("Tbar_Open");
+    Run().WaitForWindow("VLM_VEDT");
+    EXPECT_THAT(Values(), ElementsAre("8", "1"));
+    Run().Click("Vedt_OKBtn");
+    EXPECT_EQ(End(), 0);
+    EXPECT_EQ(session_.Setting("TreeLast"), QString("11"));
+}
+
+TEST_F(StartTest, ACategoryOutsideTheTreeIsToldAndTheBrowserStays) {
+    session_.ExecuteHome(
+        "Velmo2.mdb", "CREATE TABLE FolderTable (ID INTEGER PRIMARY KEY, ParentID, FolderName, SLDFileName);"
+                      "CREATE TABLE PDFFileTable (ID INTEGER PRIMARY KEY, FolderID, PDFName, PDFFileName, "
+                      "SLDFileName);"
+                      "INSERT INTO FolderTable VALUES (1, 0, '根', NULL), (2, 1, '枝', NULL), (3, 0, '二番', "
+                      "NULL), (4, 3, '見えない', NULL);");
+    session_.Set("TreeLast", "4");
+    Start();
+    ExpectError({"35601", "Nod4"});
+    Run().WaitForWindow("VLM_MAIN");
+    ChooseCategory({"根", "枝"});
+    EXPECT_EQ(Run().Panels("VlmStatusBar").first(), QString("枝"));
+    Run().ClickAction("Tbar_Cancel");
+    EXPECT_EQ(End(), 0);
+}
+
+TEST_F(StartTest, WithoutAnExchangeFolderTheAnswerIsWrittenHere) {
+    session_.Set("VlmTemp", "");
+    StartWith("VLM_MAIN");
+    OpenEntry({"トルヴィク", "ボルト"}, "アイボルト");
+    Run().Click("Vedt_OKBtn");
+    EXPECT_EQ(End(), 0);
+    EXPECT_TRUE(session_.ReadExchangeLines("..\\velmo.ret").has_value());
+    EXPECT_TRUE(session_.ReadExchangeLines("..\\velmo.ret2").has_value());
+    EXPECT_FALSE(session_.ExistsInExchange("..\\VELMONOW.mdb"));
+    EXPECT_FALSE(session_.ExistsInExchange("velmo.ret"));
+}
+
+TEST_F(StartTest, ASavedCategoryThatIsGoneBecomesTheRoot) {
+    session_.Set("TreeLast", "77");
+    StartWith("VLM_MAIN");
+    Run().CloseWindow("VLM_MAIN");
+    EXPECT_EQ(End(), 0);
+    session_.Set("TreeLast", "77");
+    StartWith("VLM_MAIN");
+    EXPECT_TRUE(Run().Describe("VlmTreeView", Item::Named("トルヴィク"))["selected"].toBool());
+}
+
+TEST_F(StartTest, ADeepCategoryIsOpenedAgain) {
+    StartWith("VLM_MAIN");
+    Run().CloseWindow("VLM_MAIN");
+    EXPECT_EQ(End(), 0);
+    session_.Set("TreeLast", "4");
+    session_.Set("LastPDF", session_.HomeDir() + "SMB\\WASH\\WASHER.TXT");
+    StartWith("VLM_MAIN");
+    EXPECT_TRUE(
+        Run().Describe("VlmTreeView", Item::Path({"トルヴィク", "座金", "大形"}))["selected"].toBool());
+    EXPECT_EQ(Run().Panels("VlmStatusBar").first(), QString("座金 － 大形"));
+    Run().ClickAction("Tbar_Open");
+    Run().WaitForWindow("VLM_VEDT");
+    EXPECT_THAT(Values(), ElementsAre("6", "1"));
+}
+
+} // namespace
+} // namespace velmo
