@@ -113,8 +113,9 @@ double InsertBare(const Symbol& symbol) {
         while (!reader.AtEnd()) {
             const QString line = reader.ReadLine();
             for (int i = 0; i < Columns; ++i)
-                insert.bind(i + 1,
-                            TrimBlanks(QStringView(line).mid(i * Width, Width)).toUtf8().toStdString());
+                insert.bind(
+                    i + 1,
+                    TrimBlanks(QStringView(line).mid(qsizetype(i) * Width, Width)).toUtf8().toStdString());
             insert.exec();
             insert.reset();
         }

@@ -25,7 +25,7 @@ bool StartsTyping(const QKeyEvent& event) {
 } // namespace
 
 Grid::Grid(const GridCells& cells, QWidget* parent)
-    : QTableView(parent), cells_(cells), model_(new GridModel(cells, this)) {
+    : KeepsSelection(parent), cells_(cells), model_(new GridModel(cells, this)) {
     setModel(model_);
     setEditTriggers(NoEditTriggers);
     setSelectionMode(SingleSelection);
@@ -42,6 +42,9 @@ Grid::Grid(const GridCells& cells, QWidget* parent)
     connect(this, &QTableView::clicked, this, [this](const QModelIndex& index) {
         Q_EMIT CellClicked(model_->RowOf(index), model_->ColumnOf(index));
     });
+    // A row number chooses by a click alone, as a cell does.
+    disconnect(verticalHeader(), &QHeaderView::sectionPressed, this, nullptr);
+    disconnect(verticalHeader(), &QHeaderView::sectionEntered, this, nullptr);
     connect(verticalHeader(), &QHeaderView::sectionClicked, this,
             [this](int section) { Q_EMIT CellClicked(section + 1, 0); });
     CellsReplaced();
@@ -71,8 +74,11 @@ int Grid::Col() const {
 
 void Grid::SetCurrentCell(int row, int column) {
     const QModelIndex index = model_->IndexOf(row, column);
-    if (index.isValid())
-        setCurrentIndex(index);
+    if (!index.isValid())
+        return;
+    setCurrentIndex(index);
+    // The view follows a change only, and the cell may have been current all along.
+    scrollTo(index);
 }
 
 int Grid::ColWidth(int column) const {
@@ -113,6 +119,28 @@ void Grid::keyPressEvent(QKeyEvent* event) {
         return;
     }
     event->accept();
+}
+
+void Grid::mousePressEvent(QMouseEvent* event) {
+    if (HighlightsRows() && event->button() != Qt::LeftButton) {
+        event->accept();
+        return;
+    }
+    before_ = currentIndex();
+    pressed_ = indexAt(event->position().toPoint());
+    QTableView::mousePressEvent(event);
+}
+
+void Grid::mouseMoveEvent(QMouseEvent* event) {
+    if (!HighlightsRows() || event->buttons() == Qt::NoButton)
+        QTableView::mouseMoveEvent(event);
+}
+
+void Grid::mouseReleaseEvent(QMouseEvent* event) {
+    const bool click = pressed_.isValid() && pressed_ == indexAt(event->position().toPoint());
+    QTableView::mouseReleaseEvent(event);
+    if (HighlightsRows() && event->button() == Qt::LeftButton && !click && before_.isValid())
+        setCurrentIndex(before_);
 }
 
 void Grid::inputMethodEvent(QInputMethodEvent* event) {

@@ -1,24 +1,26 @@
 #pragma once
 
 #include "platform/grid_model.h"
+#include "platform/keeps_selection.h"
 
 #include <QTableView>
 
 namespace velmo {
 
 // A grid with a current cell. Rows and columns count as in its cells; widths are twips.
-class Grid : public QTableView {
+class Grid : public KeepsSelection<QTableView> {
     Q_OBJECT
 
 public:
-    // What the highlight around the current cell takes in.
+    // What the highlight around the current cell takes in. A highlighted row is left only by a click, a key
+    // or the program; a drag and the other buttons leave it where it is.
     enum class Highlight { Cell, Row };
 
     // The cells are not owned and outlive the grid.
     explicit Grid(const GridCells& cells, QWidget* parent = nullptr);
 
     const GridCells& Cells() const { return cells_; }
-    // To be called after rows or columns came or went; the first cell becomes current.
+    // To be called after rows or columns came or went; the first cell becomes current, no row is marked.
     void CellsReplaced();
     // To be called after texts changed.
     void TextsChanged() { model_->TextsChanged(); }
@@ -50,13 +52,21 @@ Q_SIGNALS:
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
     void inputMethodEvent(QInputMethodEvent* event) override;
     QVariant inputMethodQuery(Qt::InputMethodQuery query) const override;
     bool viewportEvent(QEvent* event) override;
 
 private:
+    bool HighlightsRows() const { return selectionBehavior() == SelectRows; }
+
     const GridCells& cells_;
     GridModel* model_;
+    // The cell under the pressed button, and the one that was current before.
+    QPersistentModelIndex pressed_;
+    QPersistentModelIndex before_;
 };
 
 } // namespace velmo

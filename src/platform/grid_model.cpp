@@ -31,6 +31,7 @@ void GridModel::Measure() {
 
 void GridModel::CellsReplaced() {
     beginResetModel();
+    markedRow_ = 0;
     Measure();
     endResetModel();
 }
@@ -93,9 +94,12 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
 }
 
 Qt::ItemFlags GridModel::flags(const QModelIndex& index) const {
-    const Qt::ItemFlags flags = QAbstractTableModel::flags(index);
+    if (!index.isValid())
+        return Qt::NoItemFlags;
+    if (cells_.IsMessage())
+        return Qt::ItemIsEnabled | Qt::ItemNeverHasChildren;
     // The view offers the input method only where something can be entered.
-    return index.isValid() && !cells_.IsMessage() ? flags | Qt::ItemIsEditable : flags;
+    return QAbstractTableModel::flags(index) | Qt::ItemIsEditable;
 }
 
 QVariant GridModel::headerData(int section, Qt::Orientation orientation, int role) const {

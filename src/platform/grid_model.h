@@ -16,7 +16,7 @@ public:
     // The cells are not owned and outlive the model; whoever changes them tells the model.
     explicit GridModel(const GridCells& cells, QObject* parent = nullptr);
 
-    // Rows or columns came or went.
+    // Rows or columns came or went; no row is marked any longer.
     void CellsReplaced();
     // Texts changed, the headers' too; rows and columns are as many as before.
     void TextsChanged();

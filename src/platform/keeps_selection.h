@@ -15,7 +15,10 @@ protected:
     QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
                                                          const QEvent* event) const override {
         const QItemSelectionModel::SelectionFlags flags = View::selectionCommand(index, event);
-        return flags.testFlag(QItemSelectionModel::Deselect) ? QItemSelectionModel::ClearAndSelect : flags;
+        if (!flags.testFlag(QItemSelectionModel::Deselect))
+            return flags;
+        constexpr auto whole = QItemSelectionModel::Rows | QItemSelectionModel::Columns;
+        return QItemSelectionModel::ClearAndSelect | (flags & whole);
     }
 };
 

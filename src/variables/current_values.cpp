@@ -7,6 +7,8 @@
 #include <QSet>
 
 #include <array>
+#include <utility>
+#include <vector>
 
 namespace velmo {
 
@@ -27,18 +29,28 @@ bool SameNumber(const QString& left, const QString& right) {
     return ToNumber(left) == ToNumber(right);
 }
 
+// Current values are gathered before the first of them changes.
+using Changes = std::vector<std::pair<int, QString>>;
+
+void Make(const Changes& changes, GridCells& variables) {
+    for (const auto& [row, value] : changes)
+        variables.SetText(row, 1, value);
+}
+
 } // namespace
 
 void CopyTableRow(const ValueGrids& grids) {
     Database database = OpenWorkDatabase(grids.folder, Database::Access::Read);
+    Changes changes;
     for (int column = 1; column < grids.table.Cols(); ++column) {
         RecordSet named = SelectVariablesNamed(database, TrimBlanks(grids.table.Text(0, column)).toString());
         // The comment row is no variable, whatever its name.
         while (!named.Eof() && named.Integer(u"ValNum") == 0)
             named.MoveNext();
         if (!named.Eof())
-            grids.variables.SetText(named.Integer(u"ValNum"), 1, grids.table.Text(grids.tableRow, column));
+            changes.emplace_back(named.Integer(u"ValNum"), grids.table.Text(grids.tableRow, column));
     }
+    Make(changes, grids.variables);
 }
 
 QStringList AllowedValues(const ValueGrids& grids, int variableRow) {
@@ -80,10 +92,12 @@ void ApplyAllowedValue(const ValueGrids& grids, int variableRow, const QString& 
         rows.FindNext();
     if (rows.NoMatch())
         return;
+    Changes changes;
     for (int row = 1; row < grids.variables.Rows(); ++row) {
         if (columns[size_t(row)] > 0)
-            grids.variables.SetText(row, 1, rows.Text(columns[size_t(row)]));
+            changes.emplace_back(row, rows.Text(columns[size_t(row)]));
     }
+    Make(changes, grids.variables);
 }
 
 } // namespace velmo

@@ -16,7 +16,7 @@ struct ValueGrids {
 };
 
 // Puts the chosen table row's cells into the current values of the variables that its columns are named
-// after. A quote in a column's name is error 3075.
+// after. A quote in a column's name is error 3075; no current value has changed then.
 void CopyTableRow(const ValueGrids& grids);
 
 // The values that the table allows for the variable of a row within the chosen nominal group, in table order,

@@ -1,10 +1,16 @@
 #include "variables/value_editors.h"
 
+#include "platform/numbers.h"
+
 #include <QAbstractItemView>
-#include <QCoreApplication>
+#include <QGuiApplication>
 #include <QHeaderView>
+#include <QInputMethod>
 #include <QKeyEvent>
 #include <QScrollBar>
+
+#include <limits>
+#include <utility>
 
 namespace velmo {
 
@@ -18,9 +24,28 @@ QString OneLine(QString text) {
     return text;
 }
 
+// With Ctrl it is the window's.
 bool IsEnter(const QKeyEvent& event) {
-    return event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
+    return (event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter) &&
+           !event.modifiers().testFlag(Qt::ControlModifier);
 }
+
+bool IsText(const QKeyEvent& event) {
+    return !event.text().isEmpty() && event.text().front().isPrint();
+}
+
+// Unfolds without a current entry when it shows none, whichever way it is unfolded: the first step reaches
+// the first entry, and Enter takes none.
+class ValueList : public QComboBox {
+public:
+    using QComboBox::QComboBox;
+
+    void showPopup() override {
+        QComboBox::showPopup();
+        if (currentIndex() < 0)
+            view()->setCurrentIndex({});
+    }
+};
 
 } // namespace
 
@@ -28,7 +53,7 @@ ValueEditors::ValueEditors(Grid& grid)
     : QObject(&grid),
       grid_(grid),
       CurEdit_(new QLineEdit(grid.viewport())),
-      CurCmb_(new QComboBox(grid.viewport())) {
+      CurCmb_(new ValueList(grid.viewport())) {
     CurEdit_->setObjectName(QStringLiteral("CurEdit"));
     CurEdit_->setAccessibleName(QStringLiteral("現在の値の入力"));
     CurCmb_->setObjectName(QStringLiteral("CurCmb"));
@@ -73,6 +98,7 @@ void ValueEditors::StartCellEditing() {
 
 void ValueEditors::OfferValues(const QStringList& values, Unfold unfold) {
     Settle();
+    typed_.clear();
     CurCmb_->clear();
     CurCmb_->addItems(values);
     const QString text = grid_.Cells().Text(grid_.Row(), grid_.Col());
@@ -106,8 +132,11 @@ void ValueEditors::Enter() {
 }
 
 void ValueEditors::Settle() {
-    if (IsEditing())
+    if (IsEditing()) {
+        // The text that an input method still holds is the user's too.
+        QGuiApplication::inputMethod()->commit();
         Enter();
+    }
     CloseList();
 }
 
@@ -128,13 +157,39 @@ void ValueEditors::StartTyping(QEvent* event) {
 void ValueEditors::Leave(int step) {
     const int row = row_ + step;
     Settle();
-    Q_EMIT GoOn(row);
+    Q_EMIT LeftForRow(row);
 }
 
 void ValueEditors::StepList(int step) {
-    const int index = CurCmb_->currentIndex() + step;
-    if (index >= 0 && index < CurCmb_->count())
+    typed_.clear();
+    CurCmb_->setCurrentIndex(qBound(0, CurCmb_->currentIndex() + step, CurCmb_->count() - 1));
+}
+
+// Goes to the entry that is, or else begins with, all that was typed.
+void ValueEditors::FindEntry(const QString& typed) {
+    typed_ += typed;
+    int index = CurCmb_->findText(typed_, Qt::MatchFixedString);
+    if (index < 0)
+        index = CurCmb_->findText(typed_, Qt::MatchStartsWith);
+    if (index < 0)
+        Q_EMIT ValueNotFound(std::exchange(typed_, {}));
+    else if (list_->isVisible())
+        list_->setCurrentIndex(list_->model()->index(index, 0));
+    else
         CurCmb_->setCurrentIndex(index);
+}
+
+// Whether the text shown is one of the values, as it stands or as a number.
+bool ValueEditors::ShowsEntry() const {
+    if (CurCmb_->currentIndex() >= 0)
+        return true;
+    constexpr double none = std::numeric_limits<double>::max();
+    const double shown = ToNumberOr(CurCmb_->currentText(), none);
+    for (int i = 0; shown != none && i < CurCmb_->count(); ++i) {
+        if (ToNumberOr(CurCmb_->itemText(i), none) == shown)
+            return true;
+    }
+    return false;
 }
 
 bool ValueEditors::EditKey(const QKeyEvent& event) {
@@ -161,7 +216,10 @@ bool ValueEditors::EditKey(const QKeyEvent& event) {
 
 bool ValueEditors::ListKey(const QKeyEvent& event) {
     if (IsEnter(event)) {
-        Q_EMIT ValueChosen(row_, CurCmb_->currentText());
+        if (ShowsEntry())
+            Q_EMIT ValueChosen(row_, CurCmb_->currentText());
+        else
+            CloseList();
         return true;
     }
     switch (event.key()) {
@@ -184,13 +242,41 @@ bool ValueEditors::ListKey(const QKeyEvent& event) {
         else
             StepList(event.key() == Qt::Key_Up ? -1 : 1);
         return true;
+    case Qt::Key_PageUp:
+        StepList(-CurCmb_->maxVisibleItems());
+        return true;
+    case Qt::Key_PageDown:
+        StepList(CurCmb_->maxVisibleItems());
+        return true;
+    case Qt::Key_Home:
+        StepList(-CurCmb_->count());
+        return true;
+    case Qt::Key_End:
+        StepList(CurCmb_->count());
+        return true;
     default:
         break;
     }
-    if (event.text().isEmpty() || !event.text().front().isPrint())
+    if (!IsText(event))
         return false;
-    list_->keyboardSearch(event.text());
-    CurCmb_->setCurrentIndex(list_->currentIndex().row());
+    FindEntry(event.text());
+    return true;
+}
+
+bool ValueEditors::UnfoldedListKey(const QKeyEvent& event) {
+    const bool pressed = event.type() == QEvent::KeyPress;
+    // One Escape closes the unfolded list and the drop-down; so does Enter where there is nothing to take.
+    if (event.key() == Qt::Key_Escape || (pressed && IsEnter(event) && !list_->currentIndex().isValid())) {
+        CloseList();
+        return true;
+    }
+    if (!pressed)
+        return false;
+    if (event.key() == Qt::Key_Space || !IsText(event)) {
+        typed_.clear();
+        return false;
+    }
+    FindEntry(event.text());
     return true;
 }
 
@@ -201,11 +287,9 @@ bool ValueEditors::eventFilter(QObject* watched, QEvent* event) {
     case QEvent::KeyPress: {
         const auto& key = *static_cast<QKeyEvent*>(event);
         if (watched == list_) {
-            // One Escape closes the unfolded list and the drop-down; all else is the list's own affair.
-            if (key.key() != Qt::Key_Escape)
-                break;
-            CloseList();
-            return true;
+            if (UnfoldedListKey(key))
+                return true;
+            break;
         }
         if (event->type() == QEvent::KeyPress)
             return watched == CurEdit_ ? EditKey(key) : ListKey(key);

@@ -41,8 +41,10 @@ Q_SIGNALS:
     void TextEntered(int row, int column, const QString& text);
     // Chosen in the drop-down with the mouse or Enter.
     void ValueChosen(int row, const QString& value);
-    // The user goes on to the current value of another row, which may not exist.
-    void GoOn(int row);
+    // What was typed in the drop-down begins none of its values.
+    void ValueNotFound(const QString& typed);
+    // The user left the editor for the current value of another row, which may not exist.
+    void LeftForRow(int row);
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -52,8 +54,11 @@ private:
     void Close(QWidget* editor);
     bool EditKey(const QKeyEvent& event);
     bool ListKey(const QKeyEvent& event);
+    bool UnfoldedListKey(const QKeyEvent& event);
     void Leave(int step);
     void StepList(int step);
+    void FindEntry(const QString& typed);
+    bool ShowsEntry() const;
 
     Grid& grid_;
     QLineEdit* CurEdit_;
@@ -61,6 +66,8 @@ private:
     // The drop-down's own parts: the text that it shows and the unfolded list.
     QLineEdit* listText_ = nullptr;
     QAbstractItemView* list_ = nullptr;
+    // So far, for the entry that begins so.
+    QString typed_;
     // The cell under the open editor.
     int row_ = 0;
     int column_ = 0;

@@ -41,6 +41,8 @@ void VedtControls::SetUp(QMainWindow& window, const GridCells& variables, const 
     panes->setStretchFactor(0, 0);
     panes->setStretchFactor(1, 1);
     window.setCentralWidget(panes);
+    window.setWindowIcon(QIcon(QStringLiteral(":/variables/icons/variables.svg")));
+    AcceptByKey(window);
 
     hint = new QLabel;
     hint->setTextFormat(Qt::PlainText);
@@ -62,7 +64,8 @@ QWidget* VedtControls::MakeVariablePane(const GridCells& variables) {
     TB_POINT = Vedt_Toolbar->addAction(QIcon(QStringLiteral(":/variables/icons/measure.svg")),
                                        QStringLiteral("測定"));
     TB_POINT->setObjectName(QStringLiteral("TB_POINT"));
-    TB_POINT->setToolTip(QStringLiteral("選択中の変数の値を図面上で測ります"));
+    TB_POINT->setShortcut(Qt::CTRL | Qt::Key_M);
+    TB_POINT->setToolTip(QStringLiteral("選択中の変数の値を図面上で測ります (Ctrl+M)"));
 
     Vedt_NowFGrid = new Grid(variables);
     Vedt_NowFGrid->setObjectName(QStringLiteral("Vedt_NowFGrid"));
@@ -100,11 +103,10 @@ QWidget* VedtControls::MakeTablePane(const GridCells& table) {
         made->setMinimumWidth(ButtonWidth);
         return made;
     };
-    Vedt_TreeBtn = button("Vedt_TreeBtn", QStringLiteral("ツリーへ戻る"));
-    Vedt_OKBtn = button("Vedt_OKBtn", QStringLiteral("OK"));
-    VEdt_CanBtn = button("VEdt_CanBtn", QStringLiteral("キャンセル"));
+    Vedt_TreeBtn = button("Vedt_TreeBtn", QStringLiteral("ツリーへ戻る(&T)"));
+    Vedt_OKBtn = button("Vedt_OKBtn", QStringLiteral("&OK"));
+    VEdt_CanBtn = button("VEdt_CanBtn", QStringLiteral("キャンセル(&C)"));
     Vedt_OKBtn->setDefault(true);
-    Vedt_OKBtn->setShortcut(Qt::CTRL | Qt::Key_Return);
     Vedt_OKBtn->setToolTip(QStringLiteral("値を確定します (Ctrl+Enter)"));
     Vedt_TreeBtn->setToolTip(QStringLiteral("値を確定せずに、シンボルの選択へ戻ります"));
 
@@ -121,6 +123,14 @@ QWidget* VedtControls::MakeTablePane(const GridCells& table) {
     all->addWidget(Vedt_FlexGrid, 1);
     all->addLayout(buttons);
     return pane;
+}
+
+// A button's own shortcut is its mnemonic, so this one is the window's.
+void VedtControls::AcceptByKey(QMainWindow& window) {
+    auto* accept = new QAction(&window);
+    accept->setShortcuts({Qt::CTRL | Qt::Key_Return, Qt::CTRL | Qt::Key_Enter});
+    QObject::connect(accept, &QAction::triggered, Vedt_OKBtn, &QPushButton::click);
+    window.addAction(accept);
 }
 
 void VedtControls::ShowCells() {

@@ -33,6 +33,7 @@ struct VedtControls {
 private:
     QWidget* MakeVariablePane(const GridCells& variables);
     QWidget* MakeTablePane(const GridCells& table);
+    void AcceptByKey(QMainWindow& window);
 };
 
 } // namespace velmo

@@ -71,9 +71,11 @@ void VLM_VEDT::ConnectControls() {
         return
             [this, action](auto... arguments) { RunGuarded(messages_, this, [&] { action(arguments...); }); };
     };
-    const auto chooseRow = guarded([this](int row, int) { ChooseTableRow(row); });
+    const auto chooseRow = guarded([this](int row, int column) { ChooseTableRow(row, column); });
     connect(ui_.Vedt_FlexGrid, &Grid::CellClicked, this, chooseRow);
     connect(ui_.Vedt_FlexGrid, &Grid::CellActivated, this, chooseRow);
+    connect(ui_.Vedt_FlexGrid, &Grid::TypingStarted, this,
+            guarded([this](QEvent* event) { SearchTable(event); }));
     connect(ui_.Vedt_NowFGrid, &Grid::CellClicked, this, guarded([this](int row, int column) {
                 if (column == 1)
                     OpenValueEditor(row, ValueEditors::Unfold::Yes);
@@ -87,7 +89,11 @@ void VLM_VEDT::ConnectControls() {
             guarded([this](int row, int column, const QString& text) { EnterText(row, column, text); }));
     connect(editors_, &ValueEditors::ValueChosen, this,
             guarded([this](int row, const QString& value) { ApplyDropDown(row, value); }));
-    connect(editors_, &ValueEditors::GoOn, this,
+    connect(editors_, &ValueEditors::ValueNotFound, this, [this](const QString& typed) {
+        ui_.hint->setText(
+            QStringLiteral("「%1」は寸法表にありません。表にある値だけを選べます。").arg(typed));
+    });
+    connect(editors_, &ValueEditors::LeftForRow, this,
             guarded([this](int row) { OpenValueEditor(row, ValueEditors::Unfold::No); }));
     connect(ui_.Vedt_OKBtn, &QPushButton::clicked, this, guarded([this](bool) { Confirm(); }));
     connect(ui_.VEdt_CanBtn, &QPushButton::clicked, this, guarded([this](bool) { Cancel(); }));
@@ -122,6 +128,7 @@ void VLM_VEDT::ReadSymbol() {
 
 void VLM_VEDT::ShowSymbol() {
     ui_.ShowCells();
+    ui_.TB_POINT->setEnabled(!IsTableEditing());
     ui_.Vedt_Slide->ShowSlide(state_.SymbolFile.chopped(4) + QStringLiteral(".SLD"));
     (table_.rows > 0 ? ui_.Vedt_FlexGrid : ui_.Vedt_NowFGrid)->setFocus();
     ShowHint();
@@ -163,17 +170,22 @@ void VLM_VEDT::ShowChosenRow() {
     ui_.Vedt_FlexGrid->MarkRow(IsTableEditing() ? 0 : state_.TableLast);
 }
 
-void VLM_VEDT::ChooseTableRow(int row) {
+void VLM_VEDT::ChooseTableRow(int row, int column) {
     if (table_.rows == 0 || variables_.IsMessage())
         return;
     editors_->Settle();
     const RedrawPause pause{ui_.Vedt_FlexGrid, ui_.Vedt_NowFGrid};
+    if (IsTableEditing()) {
+        state_.TableLast = std::int16_t(row);
+        ui_.Vedt_FlexGrid->SetCurrentCell(row, column > 0 ? column : ui_.Vedt_FlexGrid->Col());
+        return;
+    }
+    ValueGrids grids = Values();
+    grids.tableRow = row;
+    CopyTableRow(grids);
+    ui_.Vedt_NowFGrid->TextsChanged();
     state_.TableLast = std::int16_t(row);
     ShowChosenRow();
-    if (IsTableEditing())
-        return;
-    CopyTableRow(Values());
-    ui_.Vedt_NowFGrid->TextsChanged();
     ui_.hint->setText(
         QStringLiteral("寸法表の %1 行目 (%2) の値を入れました。").arg(row).arg(table_.cells.Text(row, 1)));
 }
@@ -182,6 +194,7 @@ void VLM_VEDT::OpenValueEditor(int row, ValueEditors::Unfold unfold) {
     if (IsTableEditing() || row < 1 || row >= variables_.Rows())
         return;
     editors_->Settle();
+    ShowHint();
     ui_.Vedt_NowFGrid->SetCurrentCell(row, 1);
     const QStringList values = AllowedValues(Values(), row);
     if (values.isEmpty())
@@ -203,9 +216,17 @@ void VLM_VEDT::TypeOver(QEvent* event) {
     editors_->StartTyping(event);
 }
 
+// Goes to the row whose first value begins with what was typed.
+void VLM_VEDT::SearchTable(QEvent* event) {
+    if (IsTableEditing() || event->type() != QEvent::KeyPress)
+        return;
+    ui_.Vedt_FlexGrid->SetCurrentCell(ui_.Vedt_FlexGrid->Row(), 1);
+    ui_.Vedt_FlexGrid->keyboardSearch(static_cast<QKeyEvent*>(event)->text());
+}
+
 void VLM_VEDT::ApplyDropDown(int row, const QString& value) {
-    ApplyAllowedValue(Values(), row, value);
     editors_->CloseList();
+    ApplyAllowedValue(Values(), row, value);
     ui_.Vedt_NowFGrid->TextsChanged();
 }
 
@@ -271,8 +292,8 @@ void VLM_VEDT::Measure() {
 void VLM_VEDT::Cancel() {
     EndProgramOnError([this] { WriteNoSelection(state_.TempDir); });
     state_.Confirmed = false;
-    DeleteFileIfAny(WorkDatabasePath(state_.TempDir));
     Q_EMIT Cancelled();
+    DeleteFileIfAny(WorkDatabasePath(state_.TempDir));
     close();
 }
 

@@ -41,13 +41,14 @@ private:
 
     bool IsTableEditing() const { return state_.RunMode == run_mode::UserLibrary; }
     ValueGrids Values();
-    void ChooseTableRow(int row);
+    void ChooseTableRow(int row, int column);
     void ShowChosenRow();
     void OpenValueEditor(int row, ValueEditors::Unfold unfold);
     void ActivateVariable(int row);
     void ApplyDropDown(int row, const QString& value);
     void EnterText(int row, int column, const QString& text);
     void TypeOver(QEvent* event);
+    void SearchTable(QEvent* event);
 
     bool CheckVariableGrid();
     bool CheckCharacters();

@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 
 #include <csignal>
 
@@ -36,7 +37,8 @@ protected:
     }
     void ExpectNothingSaved() { EXPECT_EQ(session_.SettingsFile(), settings_); }
     void ExpectNoWorkFiles(const QStringList& files) {
-        EXPECT_EQ(QDir(session_.Exchange()).entryList(QDir::Files), files);
+        EXPECT_THAT(QDir(session_.Exchange()).entryList(QDir::Files),
+                    testing::UnorderedElementsAreArray(files));
     }
 
     QByteArray settings_;
@@ -173,6 +175,26 @@ TEST_F(BadAnswerTest, TheDiskIsFull) {
     EXPECT_EQ(session_.ReadExchange("velmo.ret"), "1\r\nV1(d)\r\n7\r\n");
     EXPECT_EQ(session_.ReadExchange("velmo.ret2"), choice);
     ExpectNoWorkFiles({"VELMONOW.mdb", "velmo.ret", "velmo.ret2"});
+    ExpectNothingSaved();
+}
+
+TEST_F(BadAnswerTest, TheDiskIsFullForTheSettings) {
+    session_.WriteExchangeLines("velmo.ret2", {session_.HomeDir() + "SMB\\BOLT\\EYE.TXT", "TOLVIKS"});
+    session_.Set("VlmNxt", "1");
+    settings_ = session_.SettingsFile() + "[Others]\nKey=";
+    settings_ += QByteArray(mostBytes - settings_.size() - 1, 'x') + '\n';
+    session_.WriteSettingsFile(settings_);
+    StartChanged(LimitFileSize);
+    Run().WaitForWindow("VLM_VEDT");
+    Run().Click("Vedt_OKBtn");
+    ExpectError({session_.SettingsPath()});
+    ExpectNothingSaved();
+    EXPECT_EQ(QDir(QFileInfo(session_.SettingsPath()).path()).entryList({"*.ini*"}, QDir::Files),
+              QStringList("Velmo2.ini"));
+    EXPECT_TRUE(Run().IsWindowShown("VLM_VEDT"));
+    Run().Click("VEdt_CanBtn");
+    EXPECT_EQ(End(), 0);
+    EXPECT_EQ(session_.ReadExchange("velmo.ret2"), "NO SELECT\r\n");
     ExpectNothingSaved();
 }
 

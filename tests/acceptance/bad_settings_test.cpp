@@ -77,6 +77,10 @@ struct BadNumber {
     const char* error;
 };
 
+void PrintTo(const BadNumber& number, std::ostream* out) {
+    *out << number.key << '=' << number.value;
+}
+
 // A number that the browser or the variable window needs.
 class BadNumberTest : public BadSettingsTest, public testing::WithParamInterface<BadNumber> {};
 

@@ -66,6 +66,10 @@ struct WayToOpen {
     void (*open)(VelmoRun& run);
 };
 
+void PrintTo(const WayToOpen& way, std::ostream* out) {
+    *out << way.name;
+}
+
 class WayToOpenTest : public AcceptanceTest, public testing::WithParamInterface<WayToOpen> {};
 
 TEST_P(WayToOpenTest, OpensTheSelectedEntry) {

@@ -26,7 +26,7 @@ struct Launch {
     // Set on top of the tests' own environment.
     QProcessEnvironment environment;
     // Run in the new process just before the program; limits it, for instance. Only async-signal-safe calls.
-    std::function<void()> childModifier;
+    std::function<void()> childModifier = {};
 };
 
 // The unchanged program in a process of its own, with the driver loaded into it, and the line to that driver.

@@ -64,18 +64,31 @@ TEST_F(MeasureTest, TheDistanceComesIntoItsRow) {
     StartWith("VLM_MAIN");
 }
 
-class NoDistanceTest : public MeasureTest, public testing::WithParamInterface<const char*> {};
+struct NoDistance {
+    const char* name;
+    const char* value;
+};
+
+void PrintTo(const NoDistance& distance, std::ostream* out) {
+    *out << distance.value;
+}
+
+class NoDistanceTest : public MeasureTest, public testing::WithParamInterface<NoDistance> {};
 
 TEST_P(NoDistanceTest, LeavesTheValueAsItWas) {
     AskForADistance();
-    session_.Set("VlmDist", GetParam());
+    session_.Set("VlmDist", GetParam().value);
     StartWith("VLM_VEDT");
     EXPECT_THAT(Values(), ElementsAre("12", "50", "SS400"));
     EXPECT_EQ(CurrentRow("Vedt_NowFGrid"), 3);
     EXPECT_EQ(session_.Setting("VlmMode"), QString("2"));
 }
 
-INSTANTIATE_TEST_SUITE_P(All, NoDistanceTest, testing::Values("0", "-3", "", "測定不能", "12.5mm"));
+INSTANTIATE_TEST_SUITE_P(All, NoDistanceTest,
+                         testing::Values(NoDistance{"Zero", "0"}, NoDistance{"Negative", "-3"},
+                                         NoDistance{"Empty", ""}, NoDistance{"Words", "測定不能"},
+                                         NoDistance{"WithUnit", "12.5mm"}),
+                         [](const auto& tested) { return tested.param.name; });
 
 TEST_F(MeasureTest, ARowOutsideTheGridIsPassedOver) {
     AskForADistance();
@@ -84,6 +97,44 @@ TEST_F(MeasureTest, ARowOutsideTheGridIsPassedOver) {
     StartWith("VLM_VEDT");
     EXPECT_THAT(Values(), ElementsAre("12", "50", "SS400"));
     EXPECT_EQ(session_.Setting("VlmMode"), QString("2"));
+}
+
+TEST_F(MeasureTest, AnotherSymbolThanTheMeasuredOneTakesNoDistance) {
+    AskForADistance();
+    session_.Set("VlmDist", "12.5");
+    session_.WriteExchangeLines("velmo.ret2", {session_.HomeDir() + "SMB\\WASH\\WASHER.TXT", "TOLVIKS"});
+    StartWith("VLM_VEDT");
+    EXPECT_THAT(Values(), ElementsAre("6", "1"));
+    EXPECT_EQ(session_.Setting("VlmMode"), QString("2"));
+}
+
+TEST_F(MeasureTest, AfterACancelledAnswerTheBrowserOpens) {
+    AskForADistance();
+    session_.WriteExchangeLines("velmo.ret2", {"NO SELECT"});
+    StartWith("VLM_MAIN");
+    EXPECT_FALSE(Run().IsWindowShown("VLM_VEDT"));
+}
+
+TEST_F(MeasureTest, ASymbolWithoutVariablesSurvivesTheCycle) {
+    StartWith("VLM_MAIN");
+    OpenEntry(bolts, "記号");
+    Run().ClickAction("TB_POINT");
+    EXPECT_EQ(End(), 0);
+    EXPECT_EQ(session_.ReadExchange("velmo.ret"), "0\r\n");
+    EXPECT_EQ(session_.Setting("DistNo"), QString("1"));
+    session_.Set("VlmDist", "3");
+    StartWith("VLM_VEDT");
+    EXPECT_THAT(Run().Texts("Vedt_NowFGrid"), ElementsAre(ElementsAre("変数がありません")));
+    Run().Click("Vedt_OKBtn");
+    EXPECT_EQ(End(), 0);
+}
+
+TEST_F(MeasureTest, ATableWithoutRowsShowsOneEmptyRowOnReturn) {
+    AskForADistance();
+    session_.WriteHomeLines("SMB\\BOLT\\HEX.PMN", HexTableLines().first(17) << "0");
+    StartWith("VLM_VEDT");
+    EXPECT_THAT(TableRows(), ElementsAre(ElementsAre("", "", "")));
+    EXPECT_EQ(TableText(1, 0), QString("1"));
 }
 
 TEST_F(MeasureTest, AMissingValueIsAskedForFirst) {

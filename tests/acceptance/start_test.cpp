@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 
 namespace velmo {
 namespace {
@@ -124,21 +125,66 @@ TEST_F(StartTest, AnyProgramCanMakeTheDatabase) {
     EXPECT_EQ(session_.Setting("TreeLast"), QString("11"));
 }
 
-TEST_F(StartTest, ACategoryOutsideTheTreeIsToldAndTheBrowserStays) {
-    session_.ExecuteHome(
-        "Velmo2.mdb", "CREATE TABLE FolderTable (ID INTEGER PRIMARY KEY, ParentID, FolderName, SLDFileName);"
-                      "CREATE TABLE PDFFileTable (ID INTEGER PRIMARY KEY, FolderID, PDFName, PDFFileName, "
-                      "SLDFileName);"
-                      "INSERT INTO FolderTable VALUES (1, 0, '根', NULL), (2, 1, '枝', NULL), (3, 0, '二番', "
-                      "NULL), (4, 3, '見えない', NULL);");
-    session_.Set("TreeLast", "4");
-    Start();
-    ExpectError({"35601", "Nod4"});
-    Run().WaitForWindow("VLM_MAIN");
+// Databases with categories that no tree of the library's own making has.
+class OddTreeTest : public AcceptanceTest {
+protected:
+    void Make(const QString& folders) {
+        session_.ExecuteHome(
+            "Velmo2.mdb",
+            "CREATE TABLE FolderTable (ID INTEGER PRIMARY KEY, ParentID, FolderName, SLDFileName);"
+            "CREATE TABLE PDFFileTable (ID INTEGER PRIMARY KEY, FolderID, PDFName, PDFFileName, SLDFileName);"
+            "INSERT INTO FolderTable VALUES (1, 0, '根', NULL), (2, 1, '枝', NULL), " +
+                folders);
+    }
+    // The category cannot be selected, which is told; another one can.
+    void ExpectToldAndUsable(const QString& id) {
+        session_.Set("TreeLast", id);
+        Start();
+        ExpectError({"35601"});
+        Run().WaitForWindow("VLM_MAIN");
+        ChooseCategory({"根", "枝"});
+        EXPECT_EQ(Run().Panels("VlmStatusBar").first(), QString("枝"));
+        Run().ClickAction("Tbar_Cancel");
+        EXPECT_EQ(End(), 0);
+    }
+};
+
+TEST_F(OddTreeTest, ACategoryBelowASecondRoot) {
+    Make("(3, 0, '二番', NULL), (4, 3, '見えない', NULL)");
+    ExpectToldAndUsable("4");
+}
+
+TEST_F(OddTreeTest, ACategoryBelowItself) {
+    Make("(3, 4, '輪', NULL), (4, 3, '環', NULL), (5, 5, '自分', NULL)");
+    ExpectToldAndUsable("4");
+    ExpectToldAndUsable("5");
+}
+
+TEST_F(OddTreeTest, ACategoryDeeperThanIsRemembered) {
+    QStringList chain;
+    for (int id = 3; id <= 24; ++id)
+        chain << QString("(%1, %2, 'L%1', NULL)").arg(id).arg(id == 3 ? 1 : id - 1);
+    Make(chain.join(", "));
+    ExpectToldAndUsable("24");
+    session_.Set("TreeLast", "23");
+    StartWith("VLM_MAIN");
+    QStringList way = {"根"};
+    for (int id = 3; id <= 23; ++id)
+        way << QString("L%1").arg(id);
+    EXPECT_TRUE(Run().Describe("VlmTreeView", Item::Path(way))["selected"].toBool());
+    EXPECT_EQ(Run().Panels("VlmStatusBar").first(), way.sliced(1).join(" － "));
+}
+
+TEST_F(OddTreeTest, TheFirstOfTwoEntriesOfTheSameName) {
+    Make("(3, 1, '葉', NULL);"
+         "INSERT INTO PDFFileTable VALUES (1, 2, '双子', 'SMB\\BOLT\\EYE.TXT', NULL), (2, 2, '双子', "
+         "'SMB\\BOLT\\HEX.TXT', NULL), (3, 3, '双子', 'SMB\\WASH\\WASHER.TXT', NULL)");
+    StartWith("VLM_MAIN");
     ChooseCategory({"根", "枝"});
-    EXPECT_EQ(Run().Panels("VlmStatusBar").first(), QString("枝"));
-    Run().ClickAction("Tbar_Cancel");
-    EXPECT_EQ(End(), 0);
+    Run().Click("VlmPdfList", Item::Cell(1, 0));
+    Run().ClickAction("Tbar_Open");
+    Run().WaitForWindow("VLM_VEDT");
+    EXPECT_THAT(Values(), ElementsAre("8", "1"));
 }
 
 TEST_F(StartTest, WithoutAnExchangeFolderTheAnswerIsWrittenHere) {
@@ -151,6 +197,27 @@ TEST_F(StartTest, WithoutAnExchangeFolderTheAnswerIsWrittenHere) {
     EXPECT_TRUE(session_.ReadExchangeLines("..\\velmo.ret2").has_value());
     EXPECT_FALSE(session_.ExistsInExchange("..\\VELMONOW.mdb"));
     EXPECT_FALSE(session_.ExistsInExchange("velmo.ret"));
+}
+
+TEST_F(StartTest, WithoutSettingsTheLibraryIsLookedForHere) {
+    session_.WriteHome("..\\syst\\vlmsymlib.lst", session_.ReadHome("syst\\vlmsymlib.lst"));
+    session_.WriteHome("..\\SMB\\BOLT\\EYE.TXT", session_.ReadHome("SMB\\BOLT\\EYE.TXT"));
+    ASSERT_TRUE(QDir(QFileInfo(session_.SettingsPath()).path()).removeRecursively());
+    StartWith("VLM_MAIN");
+    OpenEntry({"トルヴィク", "ボルト"}, "アイボルト");
+    Run().Click("Vedt_OKBtn");
+    EXPECT_EQ(End(), 0);
+    EXPECT_EQ(session_.ReadExchangeLines("..\\velmo.ret2"), QStringList({"SMB\\BOLT\\EYE.TXT", "TOLVIKS"}));
+    EXPECT_EQ(session_.Setting("LastPDF"), QString("SMB\\BOLT\\EYE.TXT"));
+    EXPECT_EQ(session_.Setting("VelmoDB"), QString("velmo2.mdb"));
+}
+
+TEST_F(StartTest, ALeftOverOfABrokenImportDoesNoHarm) {
+    session_.WriteHome("velmo2.mdb.new", "half a database");
+    session_.WriteHome("velmo2.mdb.new-journal", "half a journal");
+    StartWith("VLM_MAIN");
+    EXPECT_EQ(Run().Tree("VlmTreeView").size(), 4);
+    EXPECT_EQ(QDir(session_.Home()).entryList({"velmo*"}, QDir::Files), QStringList("velmo2.mdb"));
 }
 
 TEST_F(StartTest, ASavedCategoryThatIsGoneBecomesTheRoot) {

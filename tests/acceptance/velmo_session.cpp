@@ -170,7 +170,7 @@ void VelmoSession::ExecuteHome(const QString& database, const QString& sql) cons
 Launch VelmoSession::LaunchOf(const QString& program, const QString& pluginFolder) const {
     QProcessEnvironment environment;
     environment.insert("XDG_CONFIG_HOME", folder_ + "/config");
-    return {program, pluginFolder, folder_, environment, {}};
+    return {program, pluginFolder, folder_, environment};
 }
 
 } // namespace velmo

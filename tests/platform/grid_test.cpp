@@ -273,5 +273,41 @@ TEST_F(GridTest, ShowsAsManyRowsAsATableCanHave) {
     EXPECT_FALSE(grid.CellRect(32767, 30).isEmpty());
 }
 
+TEST_F(GridTest, TheCurrentCellIsScrolledIntoSightAgain) {
+    Show(Cells(GridCells::FirstColumn::RowNumbers, 200, 3));
+    grid.SetCurrentCell(2, 1);
+    grid.scrollToBottom();
+    ASSERT_FALSE(grid.viewport()->rect().contains(grid.CellRect(2, 1)));
+    grid.SetCurrentCell(2, 1);
+    EXPECT_TRUE(grid.viewport()->rect().contains(grid.CellRect(2, 1)));
+}
+
+TEST_F(GridTest, NewCellsHaveNoMarkedRow) {
+    Show(Cells(GridCells::FirstColumn::RowNumbers, 4, 3));
+    grid.MarkRow(2);
+    Show(Cells(GridCells::FirstColumn::RowNumbers, 4, 3));
+    EXPECT_FALSE(grid.model()->index(1, 0).data(Qt::FontRole).isValid());
+}
+
+TEST_F(GridTest, AHighlightedRowIsLeftOnlyByALeftClick) {
+    Show(Cells(GridCells::FirstColumn::RowNumbers, 6, 3));
+    const auto spot = [this](int row) { return grid.CellRect(row, 1).center(); };
+    QTest::mouseClick(grid.viewport(), Qt::RightButton, {}, spot(3));
+    EXPECT_EQ(grid.Row(), 3) << "a cell is made current by any button";
+    grid.SetHighlight(Grid::Highlight::Row);
+    grid.SetCurrentCell(1, 1);
+    QTest::mouseClick(grid.viewport(), Qt::RightButton, {}, spot(3));
+    EXPECT_EQ(grid.Row(), 1);
+    const QSignalSpy clicked(&grid, &Grid::CellClicked);
+    QTest::mousePress(grid.viewport(), Qt::LeftButton, {}, spot(2));
+    QTest::mouseMove(grid.viewport(), spot(4));
+    QTest::mouseRelease(grid.viewport(), Qt::LeftButton, {}, spot(4));
+    EXPECT_EQ(grid.Row(), 1);
+    EXPECT_EQ(clicked.size(), 0);
+    QTest::mouseClick(grid.viewport(), Qt::LeftButton, {}, spot(4));
+    EXPECT_EQ(grid.Row(), 4);
+    EXPECT_EQ(clicked.size(), 1);
+}
+
 } // namespace
 } // namespace velmo

@@ -40,18 +40,20 @@ TEST(SettingsStore, OnlyItsOwnSectionCounts) {
 
 TEST(SettingsStore, ASaveLeavesEverythingElseByteForByte) {
     const TempFolder folder;
-    folder.Write("Velmo2.ini",
-                 "; by hand\n[Other]\nKey=\xFF\xFE raw\n\n[Settings]\nVlmHome=/a\\\nForeign=\\x\\\n"
-                 "no equals sign\n\n[Last]\nz=1\n");
+    folder.Write(
+        "Velmo2.ini",
+        "; by hand\n[Other]\nKey=\xFF\xFE raw\n\n[Settings]\nVlmHome=/a\\\nTwice=1\nTwice=2\nForeign=\\x\\\n"
+        "no equals sign\n\n[Last]\nz=1\n");
     {
         SettingsStore store(Ini(folder));
         store.Save("VlmHome", "/b\\");
         store.Save("New", "n");
         store.Flush();
     }
-    EXPECT_EQ(folder.Read("Velmo2.ini"),
-              "; by hand\n[Other]\nKey=\xFF\xFE raw\n\n[Settings]\nVlmHome=/b\\\nForeign=\\x\\\n"
-              "no equals sign\nNew=n\n\n[Last]\nz=1\n");
+    EXPECT_EQ(
+        folder.Read("Velmo2.ini"),
+        "; by hand\n[Other]\nKey=\xFF\xFE raw\n\n[Settings]\nVlmHome=/b\\\nTwice=1\nTwice=2\nForeign=\\x\\\n"
+        "no equals sign\nNew=n\n\n[Last]\nz=1\n");
 }
 
 TEST(SettingsStore, MakesFileAndSection) {

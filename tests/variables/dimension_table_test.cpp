@@ -341,5 +341,43 @@ TEST_F(DimensionTableTest, TellsHowFarItHasRead) {
     EXPECT_EQ(symbol.table.rows, 2500);
 }
 
+TEST_F(DimensionTableTest, OfTwoColumnsOfOneVariableTheLastIsItsColumn) {
+    symbol.WriteTable({{Comment, 1, "N"}, {"V12", 2, "W1"}, {"V12", 3, "W2"}, {Comment, 1, "M"}},
+                      {QStringLiteral("A 1  2B")});
+    symbol.Load();
+    EXPECT_EQ(Shown(), (Rows{{"", "N", "W1", "W2", "M"}, {"1", "A", "1", "2", "B"}}));
+    EXPECT_EQ(symbol.NowTable()[0], (QStringList{"0", "0", "M", "4", "1", "0"}));
+    EXPECT_EQ(symbol.NowTable()[1], (QStringList{"1", "12", "W2", "3", "3", "0"}));
+}
+
+TEST_F(DimensionTableTest, TheKeyOfVariableZeroFindsTheCommentRow) {
+    EditTable();
+    symbol.WriteTable({{"V0", 2, "Z"}}, {QStringLiteral("x")});
+    symbol.Load();
+    EXPECT_EQ(symbol.NowTable()[0], (QStringList{"0", "0", "Z", "1", "2", "0"}));
+    EXPECT_EQ(symbol.variables.Text(0, 1), QString()) << "no header is a variable's name";
+}
+
+TEST_F(DimensionTableTest, ATableBrokenAfterItsColumnsIsPreparedAnewForEditing) {
+    EditTable();
+    symbol.WriteTableLines(SymbolSample::TableLines(columns, {}).mid(0, 2 + 5 * 3) + QStringList{"x"});
+    symbol.Load();
+    EXPECT_EQ(Shown(), (Rows{{"", QStringLiteral("呼び"), QStringLiteral("幅"), QStringLiteral("高")},
+                             {"1", "", "", ""}}));
+    EXPECT_EQ(symbol.table.rows, 1);
+    EXPECT_EQ(symbol.NowTable()[1], (QStringList{"1", "12", QStringLiteral("幅"), "2", "10", "0"}));
+    EXPECT_EQ(symbol.CurrentValues(), (QStringList{QStringLiteral("幅"), QStringLiteral("高")}));
+}
+
+TEST_F(DimensionTableTest, AFileCutShortAfterRowsIsEditedAsFarAsItGoes) {
+    EditTable();
+    const QStringList lines = SymbolSample::TableLines(columns, {"M10 100   20 ", "M12 110   21 ", "cut"});
+    symbol.WriteTableLines(lines.mid(0, lines.size() - 1));
+    symbol.Load();
+    EXPECT_EQ(symbol.table.rows, 2);
+    EXPECT_EQ(Shown().size(), 3);
+    EXPECT_EQ(Shown()[2], (QStringList{"2", "M12", "110", "21"}));
+}
+
 } // namespace
 } // namespace velmo

@@ -184,17 +184,5 @@ TEST(SymbolDefinition, HoldsFiveHundredVariablesAndNoMore) {
     EXPECT_EQ(error.Line(), 503);
 }
 
-TEST(SymbolDefinition, GoesOnAfterTheCreateErrorAndFailsWhereTheTableIsUsed) {
-    // What the window does when the work database has no NowTable.
-    SymbolSample symbol;
-    CreateWorkDatabase(symbol.state.TempDir, [](const QString&) {});
-    {
-        Database database = OpenWorkDatabase(symbol.state.TempDir, Database::Access::Write);
-        database.Execute(QStringLiteral("DROP TABLE NowTable"));
-    }
-    Database database = OpenWorkDatabase(symbol.state.TempDir, Database::Access::Read);
-    EXPECT_EQ(ErrorOf([&] { SelectVariables(database); }).Number(), ErrorNumber::TableNotFound);
-}
-
 } // namespace
 } // namespace velmo

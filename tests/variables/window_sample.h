@@ -7,6 +7,7 @@
 
 #include <QApplication>
 #include <QComboBox>
+#include <QDir>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTest>
@@ -18,7 +19,7 @@ namespace velmo {
 // which its table holds beside the nominal, and T (V5), which it does not.
 class WindowTest : public testing::Test {
 protected:
-    WindowTest() : settings(symbol.folder.Path(QStringLiteral("Velmo2.ini")).replace(u'\\', u'/')) {
+    WindowTest() : settings(NativePath(QStringLiteral("Velmo2.ini"))) {
         symbol.Define({QStringLiteral("V12=PRO(\"W\",100)"), QStringLiteral("V3=PRO(\"H\",20)"),
                        QStringLiteral("V5=PRO(\"T\",3)")});
     }
@@ -30,6 +31,8 @@ protected:
         QTimer::singleShot(0, qApp, &QCoreApplication::quit);
         QCoreApplication::exec();
     }
+
+    QString NativePath(const QString& file) const { return symbol.folder.Path(file).replace(u'\\', u'/'); }
 
     void WriteRows(const QStringList& rows) {
         symbol.WriteTable(
@@ -59,8 +62,7 @@ protected:
     QComboBox* CurCmb() const { return Find<QComboBox>("CurCmb"); }
 
     static void ClickCell(Grid* grid, int row, int column) {
-        grid->SetCurrentCell(grid->Row(), grid->Col());
-        grid->scrollTo(grid->model()->index(row - 1, column));
+        grid->scrollTo(grid->model()->index(row - 1, 0));
         QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, grid->CellRect(row, column).center());
     }
     void ClickTable(int row, int column = 1) { ClickCell(Table(), row, column); }
@@ -89,10 +91,16 @@ protected:
     }
     QString Setting(const QString& key) const {
         // What is on disk, not what the window remembers.
-        return SettingsStore(symbol.folder.Path(QStringLiteral("Velmo2.ini")).replace(u'\\', u'/'))
-            .Get(key, QStringLiteral("none"));
+        return SettingsStore(NativePath(QStringLiteral("Velmo2.ini"))).Get(key, QStringLiteral("none"));
     }
     bool HasWorkDatabase() const { return symbol.folder.Exists(QStringLiteral("VELMONOW.mdb")); }
+    // A folder that is not empty takes a file's place, so that it can be neither written nor deleted.
+    void Block(const QString& file) const {
+        const QString path = NativePath(file);
+        QFile::remove(path);
+        ASSERT_TRUE(QDir().mkpath(path + QStringLiteral("/in the way")));
+    }
+    void Unblock(const QString& file) const { ASSERT_TRUE(QDir(NativePath(file)).removeRecursively()); }
     QByteArray SymbolLine() const { return symbol.state.SymbolFile.toLatin1() + "\r\n"; }
 
     SymbolSample symbol;

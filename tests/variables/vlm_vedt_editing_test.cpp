@@ -1,0 +1,92 @@
+#include "startup/settings_keys.h"
+#include "window_sample.h"
+
+#include <QHeaderView>
+
+namespace velmo {
+namespace {
+
+namespace keys = settings_keys;
+
+// The window in the mode in which the table is edited.
+class VedtEditingTest : public WindowTest {
+protected:
+    VedtEditingTest() { symbol.state.RunMode = run_mode::UserLibrary; }
+};
+
+TEST_F(VedtEditingTest, AClickOnTheTableCopiesNothing) {
+    WriteRows();
+    Open();
+    EXPECT_EQ(Table()->model()->rowCount(), 5);
+    ClickTable(3);
+    EXPECT_EQ(CurrentValues(), (QStringList{"W", "H", "T"}));
+    EXPECT_EQ(symbol.state.TableLast, 3);
+    EXPECT_EQ(Table()->selectionModel()->selectedIndexes().size(), 1);
+    ClickValue(1);
+    EXPECT_FALSE(CurEdit()->isVisible());
+}
+
+TEST_F(VedtEditingTest, AClickMakesItsCellCurrent) {
+    WriteRows();
+    Open();
+    ClickTable(3, 2);
+    EXPECT_EQ(Table()->Row(), 3);
+    EXPECT_EQ(Table()->Col(), 2);
+    EXPECT_EQ(symbol.state.TableLast, 3);
+    QTest::mouseClick(Table()->verticalHeader()->viewport(), Qt::LeftButton, {},
+                      {5, Table()->verticalHeader()->sectionViewportPosition(3) + 10});
+    EXPECT_EQ(Table()->Row(), 4);
+    EXPECT_EQ(Table()->Col(), 2);
+    EXPECT_EQ(symbol.state.TableLast, 4);
+}
+
+TEST_F(VedtEditingTest, KeysOpenNoEditorOverAName) {
+    WriteRows();
+    Open();
+    Variables()->setFocus();
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_F2, Qt::Key_A}) {
+        Press(key);
+        EXPECT_FALSE(CurEdit()->isVisible());
+        EXPECT_FALSE(CurCmb()->isVisible());
+    }
+    EXPECT_TRUE(window->isVisible());
+}
+
+TEST_F(VedtEditingTest, NothingIsMeasured) {
+    WriteRows();
+    Open();
+    EXPECT_FALSE(Find<QAction>("TB_POINT")->isEnabled());
+    ClickMeasure();
+    Press(Qt::Key_M, Qt::ControlModifier);
+    EXPECT_TRUE(window->isVisible());
+    EXPECT_FALSE(symbol.folder.Exists("velmo.ret"));
+}
+
+TEST_F(VedtEditingTest, TheNamesAreNotReplacedByRememberedValues) {
+    WriteRows();
+    settings.Save(keys::LastPDF, symbol.state.SymbolFile);
+    settings.Save(keys::TBLLast, 4);
+    settings.Save("SmbTbl1", "77");
+    Open();
+    EXPECT_EQ(CurrentValues(), (QStringList{"W", "H", "T"}));
+    EXPECT_EQ(symbol.state.TableLast, 4);
+    EXPECT_EQ(Table()->Row(), 4);
+}
+
+TEST_F(VedtEditingTest, OkAsksForAMissingName) {
+    symbol.Define({"V1=PRO(\"A\",1)", "V2=PRO(\"\",2)"});
+    Open();
+    messages.Expect("値を入力してください。");
+    ClickButton("Vedt_OKBtn");
+    EXPECT_TRUE(window->isVisible());
+    EXPECT_EQ(Variables()->Row(), 2);
+    ASSERT_TRUE(CurEdit()->isVisible());
+    EXPECT_EQ(CurEdit()->geometry(), Variables()->CellRect(2, 1));
+    EXPECT_FALSE(symbol.folder.Exists("velmo.ret"));
+    Type("B");
+    ClickButton("Vedt_OKBtn");
+    EXPECT_EQ(symbol.folder.Read("velmo.ret"), "2\r\nV1\r\nA\r\nV2\r\nB\r\n");
+}
+
+} // namespace
+} // namespace velmo

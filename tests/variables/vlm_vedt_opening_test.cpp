@@ -1,0 +1,219 @@
+#include "platform/window_places.h"
+#include "startup/settings_keys.h"
+#include "support/failing_disk.h"
+#include "window_sample.h"
+
+#include <QHeaderView>
+
+#ifdef Q_OS_LINUX
+#include "other_user.h"
+#endif
+
+namespace velmo {
+namespace {
+
+namespace keys = settings_keys;
+
+// What the window shows when it opens.
+class VedtOpeningTest : public WindowTest {
+protected:
+    void Remember(int tableRow) {
+        settings.Save(keys::LastPDF, symbol.state.SymbolFile);
+        settings.Save(keys::TBLLast, tableRow);
+        settings.Save("SmbTbl1", "77");
+        settings.Flush();
+    }
+    QString Header(Grid* grid, int section) const {
+        return grid->model()->headerData(section, Qt::Horizontal).toString();
+    }
+    RuntimeError LoadError() {
+        window = std::make_unique<VLM_VEDT>(symbol.state, settings, messages);
+        return ErrorOf([this] { window->Load(); });
+    }
+};
+
+TEST_F(VedtOpeningTest, CaptionAndHeadersTellTheMode) {
+    WriteRows();
+    Open();
+    EXPECT_EQ(window->windowTitle(), QStringLiteral("Velmo 変数入力"));
+    EXPECT_EQ(Header(Variables(), 0), QStringLiteral("変数名(別名)"));
+    EXPECT_EQ(Header(Variables(), 1), QStringLiteral("現 在 の 値 "));
+    symbol.state.RunMode = run_mode::UserLibrary;
+    Open();
+    EXPECT_EQ(window->windowTitle(), QStringLiteral("Velmo テーブル編集"));
+    EXPECT_EQ(Header(Variables(), 0), QStringLiteral("変 数 名"));
+    EXPECT_EQ(Header(Variables(), 1), QStringLiteral("名  前"));
+}
+
+TEST_F(VedtOpeningTest, TheVariableGridHasItsPlaceInEveryMode) {
+    WriteRows();
+    for (const std::int16_t mode :
+         {run_mode::VariableInput, run_mode::UserLibrary, run_mode::ReturnFromMeasure}) {
+        symbol.state.RunMode = mode;
+        Open();
+        const QRect place(TwipsToPixels(120), TwipsToPixels(600), TwipsToPixels(3860), TwipsToPixels(2775));
+        EXPECT_EQ(Variables()->geometry(), place);
+        EXPECT_EQ(Variables()->mapTo(window.get(), QPoint()), place.topLeft());
+        EXPECT_EQ(Variables()->columnWidth(0), TwipsToPixels(1750));
+        EXPECT_EQ(Variables()->columnWidth(1), TwipsToPixels(1750));
+    }
+}
+
+TEST_F(VedtOpeningTest, GridsShowCellsUnderTheirHeaders) {
+    WriteRows();
+    Open();
+    EXPECT_EQ(Variables()->model()->index(0, 0).data().toString(), QStringLiteral("V12(W)"));
+    EXPECT_EQ(Variables()->model()->index(2, 1).data().toString(), QStringLiteral("3"));
+    EXPECT_EQ(Header(Table(), 0), QStringLiteral("呼び"));
+    EXPECT_EQ(Table()->model()->index(1, 1).data().toString(), QStringLiteral("12"));
+    EXPECT_EQ(Table()->model()->headerData(1, Qt::Vertical).toString(), QStringLiteral("2"));
+    EXPECT_EQ(Table()->model()->rowCount(), 3) << "one row per nominal";
+    EXPECT_FALSE(Variables()->verticalHeader()->isVisible());
+    EXPECT_TRUE(Table()->verticalHeader()->isVisible());
+}
+
+TEST_F(VedtOpeningTest, MessagesStandAloneInTheirGrids) {
+    symbol.Define({});
+    Open();
+    for (Grid* grid : {Table(), Variables()}) {
+        EXPECT_EQ(grid->model()->rowCount(), 1);
+        EXPECT_EQ(grid->model()->columnCount(), 1);
+        EXPECT_EQ(grid->columnWidth(0), TwipsToPixels(3600));
+        EXPECT_FALSE(grid->horizontalHeader()->isVisible());
+        EXPECT_FALSE(grid->verticalHeader()->isVisible());
+    }
+    EXPECT_EQ(Variables()->model()->index(0, 0).data().toString(), QStringLiteral("変数がありません"));
+    EXPECT_EQ(Table()->model()->index(0, 0).data().toString(), QStringLiteral("テーブルはありません"));
+}
+
+TEST_F(VedtOpeningTest, TheTableHasTheFocusUnlessThereIsNone) {
+    WriteRows();
+    Open();
+    EXPECT_TRUE(Table()->hasFocus());
+    symbol.folder.WriteLines("S1.PMN", {});
+    Open();
+    EXPECT_TRUE(Variables()->hasFocus());
+}
+
+TEST_F(VedtOpeningTest, AnotherSymbolOpensWithRowOneAndItsOwnValues) {
+    WriteRows();
+    Remember(2);
+    settings.Save(keys::LastPDF, "other");
+    Open();
+    EXPECT_EQ(symbol.state.TableLast, 1);
+    EXPECT_EQ(Table()->Row(), 1);
+    EXPECT_EQ(CurrentValues(), (QStringList{"100", "20", "3"}));
+}
+
+TEST_F(VedtOpeningTest, TheSameSymbolOpensAsItWasLeft) {
+    WriteRows();
+    Remember(2);
+    Open();
+    EXPECT_EQ(symbol.state.TableLast, 2);
+    EXPECT_EQ(Table()->Row(), 2);
+    EXPECT_EQ(Table()->Col(), 1);
+    EXPECT_EQ(Table()->selectionModel()->selectedIndexes().size(), 3);
+    EXPECT_EQ(CurrentValues(), (QStringList{"77", "20", "3"})) << "the row is not copied again";
+}
+
+TEST_F(VedtOpeningTest, ARememberedRowThatIsNotThereFallsBackToRowOne) {
+    WriteRows();
+    for (const int row : {4, 100, 0, -1}) {
+        Remember(row);
+        Open();
+        EXPECT_EQ(symbol.state.TableLast, 1);
+        EXPECT_EQ(Table()->Row(), 1);
+    }
+    symbol.folder.WriteLines("S1.PMN", {});
+    Remember(2);
+    Open();
+    EXPECT_EQ(symbol.state.TableLast, 1);
+}
+
+TEST_F(VedtOpeningTest, AReturnFromMeasuringIsAnsweredOnce) {
+    WriteRows();
+    Remember(2);
+    settings.Save(keys::VlmMode, 4);
+    settings.Save(keys::DistNo, 3);
+    settings.Save(keys::VlmDist, "12.5");
+    symbol.state.RunMode = run_mode::ReturnFromMeasure;
+    Open();
+    EXPECT_EQ(CurrentValues(), (QStringList{"77", "20", "12.5"}));
+    EXPECT_EQ(Variables()->Row(), 3);
+    EXPECT_EQ(symbol.state.RunMode, run_mode::VariableInput);
+    EXPECT_EQ(Setting(keys::VlmMode), QStringLiteral("2"));
+    EXPECT_EQ(Table()->selectionModel()->selectedIndexes().size(), 3);
+    ClickValue(3);
+    EXPECT_TRUE(CurEdit()->isVisible()) << "from here on it is variable input";
+}
+
+TEST_F(VedtOpeningTest, AReturnFromMeasuringOfAnotherSymbolIsVariableInputToo) {
+    symbol.state.RunMode = run_mode::ReturnFromMeasure;
+    settings.Save(keys::VlmDist, "12.5");
+    Open();
+    EXPECT_EQ(symbol.state.RunMode, run_mode::VariableInput);
+    EXPECT_EQ(Setting(keys::VlmMode), QStringLiteral("2"));
+    EXPECT_EQ(CurrentValues(), (QStringList{"100", "20", "3"}));
+}
+
+TEST_F(VedtOpeningTest, ALoadThatFailsEndsTheProgram) {
+    symbol.Define({"Vx=1"});
+    RuntimeError error = LoadError();
+    EXPECT_TRUE(error.IsFatal());
+    EXPECT_EQ(error.File(), symbol.state.SymbolFile);
+    EXPECT_EQ(error.Line(), 3);
+
+    symbol.state.SymbolFile = symbol.folder.Path("none.txt");
+    error = LoadError();
+    EXPECT_TRUE(error.IsFatal());
+    EXPECT_EQ(error.Number(), ErrorNumber::FileNotFound);
+}
+
+TEST_F(VedtOpeningTest, AWorkDatabaseThatCannotBeMadeEndsTheProgram) {
+    symbol.state.TempDir = symbol.folder.Path("none\\");
+    const RuntimeError error = LoadError();
+    EXPECT_TRUE(error.IsFatal());
+    EXPECT_EQ(error.File(), symbol.folder.Path("none\\VELMONOW.mdb"));
+}
+
+TEST_F(VedtOpeningTest, AWorkTableThatCannotBeMadeIsToldBeforeTheEnd) {
+    messages.Expect("NowDb Create Error");
+    const FailingDisk full(4096);
+    EXPECT_TRUE(LoadError().IsFatal());
+}
+
+TEST_F(VedtOpeningTest, SettingsThatCannotBeWrittenEndTheLoadOfModeFour) {
+    Block("Velmo2.ini");
+    symbol.state.RunMode = run_mode::ReturnFromMeasure;
+    EXPECT_TRUE(LoadError().IsFatal());
+}
+
+#ifdef Q_OS_LINUX
+TEST_F(VedtOpeningTest, AnOldWorkDatabaseThatCannotBeDeletedEndsTheProgram) {
+    if (!OtherUser::IsPossible())
+        GTEST_SKIP() << "not the superuser";
+    symbol.folder.Write("VELMONOW.mdb", "old");
+    const OtherUser other(NativePath({}));
+    ASSERT_TRUE(other.Changed());
+    const RuntimeError error = LoadError();
+    EXPECT_TRUE(error.IsFatal());
+    EXPECT_EQ(error.Number(), ErrorNumber::PermissionDenied);
+    EXPECT_EQ(error.File(), symbol.folder.Path("VELMONOW.mdb"));
+    EXPECT_EQ(symbol.folder.Read("VELMONOW.mdb"), "old");
+}
+#endif
+
+TEST_F(VedtOpeningTest, ADefinitionThatIsAFolderEndsTheProgram) {
+    Block("S1.TXT");
+    const RuntimeError error = LoadError();
+    EXPECT_TRUE(error.IsFatal());
+    EXPECT_EQ(error.File(), symbol.state.SymbolFile);
+}
+
+TEST_F(VedtOpeningTest, TheWindowHasAnIcon) {
+    Open();
+    EXPECT_FALSE(window->windowIcon().pixmap(16).isNull());
+}
+
+} // namespace
+} // namespace velmo
