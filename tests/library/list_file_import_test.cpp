@@ -1,6 +1,6 @@
 #include "library/library_samples.h"
 #include "library/list_file_import.h"
-#include "platform/runtime_error.h"
+#include "support/failure.h"
 
 #include <gtest/gtest.h>
 
@@ -39,14 +39,8 @@ protected:
         return found;
     }
 
-    ErrorNumber Failure(const QString& line) {
-        try {
-            import_->ImportListLine(line);
-        } catch (const RuntimeError& error) {
-            return error.Number();
-        }
-        ADD_FAILURE() << "no error";
-        return ErrorNumber::DeviceIo;
+    ErrorNumber FailureOf(const QString& line) {
+        return Failure([&] { import_->ImportListLine(line); });
     }
 
     TempFolder folder_;
@@ -114,12 +108,12 @@ TEST_F(ListFileImportTest, AQuoteWithoutItsPartnerIsIgnored) {
 TEST_F(ListFileImportTest, TheSecondCommaIsLookedForBehindBothPositions) {
     // The name is short and the quote stands far right: the search starts behind the second comma.
     Import({"(\"root,  \\R.SLD,\""});
-    EXPECT_EQ(Failure(QString(30, u' ') + "(\"a,  \\A.SLD,\")"), ErrorNumber::InvalidArgument);
+    EXPECT_EQ(FailureOf(QString(30, u' ') + "(\"a,  \\A.SLD,\")"), ErrorNumber::InvalidArgument);
 }
 
 TEST_F(ListFileImportTest, ALineWithoutCommaIsAnInvalidArgument) {
     Import({"(\"root,  \\R.SLD,\""});
-    EXPECT_EQ(Failure("(\"name only\")"), ErrorNumber::InvalidArgument);
+    EXPECT_EQ(FailureOf("(\"name only\")"), ErrorNumber::InvalidArgument);
 }
 
 TEST_F(ListFileImportTest, TenLevelsFitAndElevenDoNot) {
@@ -127,7 +121,7 @@ TEST_F(ListFileImportTest, TenLevelsFitAndElevenDoNot) {
     for (int level = 1; level <= 10; ++level)
         Import({"(\"level,  \\LEVEL.SLD,\""});
     EXPECT_EQ(Categories().size(), 11);
-    EXPECT_EQ(Failure("(\"level,  \\LEVEL.SLD,\""), ErrorNumber::SubscriptOutOfRange);
+    EXPECT_EQ(FailureOf("(\"level,  \\LEVEL.SLD,\""), ErrorNumber::SubscriptOutOfRange);
 }
 
 TEST_F(ListFileImportTest, NamesMayHoldSingleQuotes) {
@@ -138,7 +132,7 @@ TEST_F(ListFileImportTest, NamesMayHoldSingleQuotes) {
 TEST_F(ListFileImportTest, ANameOfMoreThan255CharactersIsRefused) {
     Import({"(\"root,  \\R.SLD,\""});
     const QString name(256, u'x');
-    EXPECT_EQ(Failure("(\"" + name + ",  \\" + name + ",\")"), ErrorNumber::TextTooLong);
+    EXPECT_EQ(FailureOf("(\"" + name + ",  \\" + name + ",\")"), ErrorNumber::TextTooLong);
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 #include "platform/runtime_error.h"
 #include "platform/text_file.h"
 #include "support/failing_disk.h"
+#include "support/failure.h"
 #include "support/temp_folder.h"
 
 #include <QDir>
@@ -11,17 +12,6 @@
 
 namespace velmo {
 namespace {
-
-template <typename Action>
-ErrorNumber Failure(Action&& action) {
-    try {
-        action();
-    } catch (const RuntimeError& error) {
-        return error.Number();
-    }
-    ADD_FAILURE() << "no error";
-    return ErrorNumber::InvalidArgument;
-}
 
 TEST(Files, NamesAreFoundRegardlessOfCase) {
     const TempFolder folder;

@@ -1,5 +1,5 @@
 #include "platform/numbers.h"
-#include "platform/runtime_error.h"
+#include "support/failure.h"
 
 #include <gtest/gtest.h>
 
@@ -7,13 +7,7 @@ namespace velmo {
 namespace {
 
 ErrorNumber NumberOfFailure(QStringView text) {
-    try {
-        ToInteger(text);
-    } catch (const RuntimeError& error) {
-        return error.Number();
-    }
-    ADD_FAILURE() << "no error for " << text.toString().toStdString();
-    return ErrorNumber::InvalidArgument;
+    return Failure([&] { ToInteger(text); });
 }
 
 TEST(Numbers, BlanksAreTrimmed) {

@@ -1,6 +1,7 @@
 #include "platform/files.h"
 #include "platform/record_set.h"
 #include "platform/runtime_error.h"
+#include "support/failure.h"
 #include "support/temp_folder.h"
 
 #include <QFile>
@@ -8,17 +9,6 @@
 
 namespace velmo {
 namespace {
-
-template <typename Action>
-ErrorNumber Failure(Action&& action) {
-    try {
-        action();
-    } catch (const RuntimeError& error) {
-        return error.Number();
-    }
-    ADD_FAILURE() << "no error";
-    return ErrorNumber::InvalidArgument;
-}
 
 class RecordSetTest : public testing::Test {
 protected:

@@ -3,13 +3,12 @@
 #include "platform/message_boxes.h"
 
 #include <QList>
-
 #include <gtest/gtest.h>
 
 namespace velmo {
 
-// Answers messages in the user's place: each expected one in its turn. A message that nobody expects, and one that
-// was expected but did not come, fail the test.
+// Answers messages in the user's place: each expected one in its turn. A message that nobody expects, and one
+// that was expected but did not come, fail the test.
 class MessageQueue : public MessageBoxes {
 public:
     ~MessageQueue() override {
@@ -43,7 +42,8 @@ private:
         const Expected next = expected_.takeFirst();
         EXPECT_EQ(title.toStdString(), next.title.toStdString());
         if (next.part)
-            EXPECT_TRUE(text.contains(next.text)) << text.toStdString() << "\nlacks " << next.text.toStdString();
+            EXPECT_TRUE(text.contains(next.text))
+                << text.toStdString() << "\nlacks " << next.text.toStdString();
         else
             EXPECT_EQ(text.toStdString(), next.text.toStdString());
         return next.answer;
