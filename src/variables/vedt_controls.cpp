@@ -47,6 +47,7 @@ void VedtControls::SetUp(QMainWindow& window, const GridCells& variables, const 
     hint = new QLabel;
     hint->setTextFormat(Qt::PlainText);
     hint->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    hint->setIndent(window.fontMetrics().averageCharWidth());
     window.statusBar()->addWidget(hint, 1);
 
     window.resize(TwipsToPixels(WindowWidth), TwipsToPixels(WindowHeight));
