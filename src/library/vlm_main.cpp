@@ -3,6 +3,7 @@
 #include "library/browser_icons.h"
 #include "platform/files.h"
 #include "platform/guarded.h"
+#include "platform/progress_box.h"
 #include "platform/slide_view.h"
 #include "platform/window_places.h"
 #include "startup/hand_off_files.h"
@@ -13,7 +14,6 @@
 #include <QCloseEvent>
 #include <QMenuBar>
 #include <QMouseEvent>
-#include <QProgressDialog>
 #include <QScopedValueRollback>
 #include <QSplitter>
 #include <QStatusBar>
@@ -147,18 +147,11 @@ bool VLM_MAIN::Load() {
 }
 
 void VLM_MAIN::OpenOrCreateLibraries() {
-    QProgressDialog progress(QStringLiteral("シンボルライブラリを作成しています..."), QStringLiteral("中止"),
-                             0, 1000, nullptr);
-    progress.setWindowTitle(MessageTitle);
-    progress.setWindowModality(Qt::ApplicationModal);
-    progress.setMinimumDuration(500);
-    progress.reset();
+    ProgressBox progress(nullptr, QStringLiteral("シンボルライブラリを作成しています..."),
+                         ProgressBox::Cancel::Yes);
     LibraryCallbacks callbacks;
     callbacks.ask = [this](const QString& question) { return messages_.Ask(nullptr, question); };
-    callbacks.progress = [&progress](qint64 done, qint64 total) {
-        progress.setValue(total > 0 ? int(done * 1000 / total) : 0);
-        return !progress.wasCanceled();
-    };
+    callbacks.progress = [&progress](qint64 done, qint64 total) { return progress.Report(done, total); };
     OpenLibraries(state_, settings_, callbacks);
 }
 

@@ -2,6 +2,7 @@
 
 #include "platform/files.h"
 #include "platform/guarded.h"
+#include "platform/progress_box.h"
 #include "platform/slide_view.h"
 #include "startup/hand_off_files.h"
 #include "startup/settings_keys.h"
@@ -11,16 +12,12 @@
 #include "variables/work_database.h"
 
 #include <QKeyEvent>
-#include <QProgressDialog>
 
 namespace velmo {
 
 namespace keys = settings_keys;
 
 namespace {
-
-// Shown while a large table is read, from the moment at which the user begins to wonder.
-constexpr int ProgressDelayMilliseconds = 500;
 
 // Stops the redrawing of widgets while many of their cells change.
 class RedrawPause {
@@ -117,13 +114,9 @@ void VLM_VEDT::ReadSymbol() {
     const std::int16_t count = ReadSymbolDefinition(
         state_, variables_, [this](const QString& text) { messages_.Inform(this, text); });
 
-    QProgressDialog progress(QStringLiteral("寸法表を読み込んでいます..."), QString(), 0, 100, this);
-    progress.setWindowTitle(MessageTitle);
-    progress.setWindowModality(Qt::ApplicationModal);
-    progress.setMinimumDuration(ProgressDelayMilliseconds);
-    table_ = LoadDimensionTable(state_, count, variables_, [&progress](qint64 done, qint64 size) {
-        progress.setValue(size > 0 ? int(done * 100 / size) : 0);
-    });
+    ProgressBox progress(this, QStringLiteral("寸法表を読み込んでいます..."), ProgressBox::Cancel::No);
+    table_ = LoadDimensionTable(state_, count, variables_,
+                                [&progress](qint64 done, qint64 size) { progress.Report(done, size); });
 }
 
 void VLM_VEDT::ShowSymbol() {
