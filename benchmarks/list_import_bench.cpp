@@ -66,16 +66,22 @@ void Insert(SQLite::Database& database, const char* statement,
     }
 }
 
-void InsertBare(const QString& path, const Rows& rows) {
+// Only the inserting counts: the tables are there already, and they have no indexes to keep.
+double InsertBare(const QString& path, const Rows& rows) {
     DeleteFileIfAny(path);
     CreateLibraryFile(path);
     SQLite::Database database(NativePath(path).toStdString(), SQLite::OPEN_READWRITE);
-    SQLite::Transaction transaction(database);
-    Insert(database, "INSERT INTO FolderTable (ParentID,FolderName,SLDFileName) VALUES (?,?,?)",
-           rows.folders);
-    Insert(database, "INSERT INTO PDFFileTable (FolderID,PDFName,PDFFileName,SLDFileName) VALUES (?,?,?,?)",
-           rows.entries);
-    transaction.commit();
+    database.exec("DROP INDEX FolderParent");
+    database.exec("DROP INDEX PDFFileFolder");
+    return Seconds([&] {
+        SQLite::Transaction transaction(database);
+        Insert(database, "INSERT INTO FolderTable (ParentID,FolderName,SLDFileName) VALUES (?,?,?)",
+               rows.folders);
+        Insert(database,
+               "INSERT INTO PDFFileTable (FolderID,PDFName,PDFFileName,SLDFileName) VALUES (?,?,?,?)",
+               rows.entries);
+        transaction.commit();
+    });
 }
 
 } // namespace
@@ -98,7 +104,7 @@ void AddListImport() {
     const Lazy<Rows> rows([scratch] { return std::make_unique<Rows>(RowsOf(scratch->Path("velmo2.mdb"))); });
     AddRatio("3 import 32,000 entries in 700 categories", 2.5, import, [scratch, rows] {
         const Rows& same = *rows;
-        return Seconds([&] { InsertBare(scratch->Path("bare.mdb"), same); });
+        return InsertBare(scratch->Path("bare.mdb"), same);
     });
 }
 
