@@ -8,6 +8,9 @@
 
 #include <SQLiteCpp/SQLiteCpp.h>
 
+#include <algorithm>
+#include <array>
+
 namespace velmo::bench {
 
 namespace {
@@ -15,6 +18,7 @@ namespace {
 constexpr int Categories = 30'000;
 constexpr int Children = 30;
 constexpr int Depth = 10;
+constexpr int StartsPerRound = 11;
 
 // A tree in which each category has up to 30 subcategories; the last category stands ten levels below the
 // root.
@@ -46,6 +50,16 @@ int DepthOfLast(const QString& path) {
     return depth;
 }
 
+// A start waits for the display server time and again, and how long is chance: the middle one of many tells
+// more than the luckiest.
+double MiddleStart(const QString& program, const QString& config, const QString& window) {
+    std::array<double, StartsPerRound> starts{};
+    for (double& seconds : starts)
+        seconds = RunToFirstPaint(program, config, window).seconds;
+    std::nth_element(starts.begin(), starts.begin() + StartsPerRound / 2, starts.end());
+    return starts[StartsPerRound / 2];
+}
+
 } // namespace
 
 void AddStart() {
@@ -62,8 +76,8 @@ void AddStart() {
     });
     AddRatio(
         "5 start to the browser's first paint", 1.5,
-        [scratch] { return RunToFirstPaint(Velmo2Program, scratch->Native("config"), "VLM_MAIN").seconds; },
-        [] { return RunToFirstPaint(EmptyWindowProgram, {}, "empty").seconds; });
+        [scratch] { return MiddleStart(Velmo2Program, scratch->Native("config"), "VLM_MAIN"); },
+        [] { return MiddleStart(EmptyWindowProgram, {}, "empty"); });
 }
 
 } // namespace velmo::bench

@@ -1,5 +1,7 @@
 #include "library/browser_icons.h"
 
+#include "platform/svg_icon.h"
+
 // A static library's resources are not registered by themselves; outside any namespace, as the macro demands.
 static void RegisterLibraryIcons() {
     Q_INIT_RESOURCE(library_icons);
@@ -11,7 +13,7 @@ namespace {
 
 QIcon Icon(const char* name) {
     RegisterLibraryIcons();
-    return QIcon(QStringLiteral(":/library/icons/%1.svg").arg(QLatin1String(name)));
+    return SvgIcon(QStringLiteral(":/library/icons/%1.svg").arg(QLatin1String(name)));
 }
 
 } // namespace

@@ -20,6 +20,14 @@ constexpr size_t LongestWay = 21;
 
 const QString PathSeparator = QStringLiteral(" － ");
 
+Category ReadRoot(Database& library) {
+    const RecordSet roots = RootCategories(library);
+    if (roots.Eof())
+        throw RuntimeError(ErrorNumber::NoCurrentRecord, QStringLiteral("分類がひとつもありません。"))
+            .InFile(library.Path());
+    return ReadCategory(roots);
+}
+
 } // namespace
 
 CategoryTree::CategoryTree(KeyedTree& view, GlobalState& state, MessageBoxes& messages)
@@ -47,18 +55,11 @@ void CategoryTree::BuildCategoryTree() {
 }
 
 void CategoryTree::AddRoot(bool systemTree) {
-    Category root;
-    {
-        Database database(DatabasePath(systemTree), Database::Access::Read);
-        const RecordSet roots = RootCategories(database);
-        if (roots.Eof())
-            throw RuntimeError(ErrorNumber::NoCurrentRecord, QStringLiteral("分類がひとつもありません。"))
-                .InFile(database.Path());
-        root = ReadCategory(roots);
-    }
+    Database library(DatabasePath(systemTree), Database::Access::Read);
+    const Category root = ReadRoot(library);
     const QString key = CategoryKey(systemTree, root.id);
     view_.Nodes().Add({}, {NewNode{key, root.name, OpenFolder, {}}});
-    LoadLevel(systemTree, root.id);
+    LoadLevel(library, systemTree, root.id);
     view_.SetExpanded(key, true);
 }
 
@@ -70,12 +71,13 @@ void CategoryTree::RestoreSelection() {
     const QScopedValueRollback<bool> busy(busy_, true);
     view_.setUpdatesEnabled(false);
     const auto show = qScopeGuard([this] { view_.setUpdatesEnabled(true); });
-    const std::vector<int> way = WayToCurrent();
+    Database library(DatabasePath(state_.SystemTreeFirst), Database::Access::Read);
+    const std::vector<int> way = WayToCurrent(library);
     for (auto id = way.rbegin(); id != way.rend(); ++id) {
         if (state_.SystemTreeFirst)
-            LoadSystemChildren(*id);
+            LoadSystemChildren(library, *id);
         else
-            LoadChildren(*id);
+            LoadChildren(library, *id);
         const QString key = CategoryKey(state_.SystemTreeFirst, *id);
         if (!view_.FirstChildKey(key).isEmpty())
             view_.SetExpanded(key, true);
@@ -97,41 +99,45 @@ void CategoryTree::SelectCategory(int id) {
 }
 
 // The categories from CurFolderID up to the one below the root; empty when it is a root or gone.
-std::vector<int> CategoryTree::WayToCurrent() const {
+std::vector<int> CategoryTree::WayToCurrent(Database& library) const {
     std::vector<int> way;
-    Database database(DatabasePath(state_.SystemTreeFirst), Database::Access::Read);
-    const RecordSet current = CategoryWithId(database, state_.CurFolderID);
+    const RecordSet current = CategoryWithId(library, state_.CurFolderID);
     if (current.Eof())
         return way;
     Category category = ReadCategory(current);
     while (category.parentId != 0 && way.size() < LongestWay) {
         way.push_back(category.id);
-        category = ReadCategory(CategoryWithId(database, category.parentId));
+        category = ReadCategory(CategoryWithId(library, category.parentId));
     }
     return way;
 }
 
-void CategoryTree::LoadChildren(int id) {
-    LoadLevel(false, id);
+void CategoryTree::LoadChildren(Database& library, int id) {
+    LoadLevel(library, false, id);
 }
 
-void CategoryTree::LoadSystemChildren(int id) {
-    LoadLevel(true, id);
+void CategoryTree::LoadSystemChildren(Database& library, int id) {
+    LoadLevel(library, true, id);
 }
 
-void CategoryTree::LoadLevel(bool systemTree, int id) {
+// Whether the node's own subcategories stand below it, not only the placeholder for them.
+bool CategoryTree::IsLoaded(const QString& key) const {
+    const QString first = view_.FirstChildKey(key);
+    return !first.isEmpty() && !IsPlaceholderKey(first);
+}
+
+void CategoryTree::LoadLevel(Database& library, bool systemTree, int id) {
     const QString parent = CategoryKey(systemTree, id);
+    if (IsLoaded(parent))
+        return;
     const QString placeholder = systemTree ? SystemPlaceholder : LibraryPlaceholder;
     const QString first = view_.FirstChildKey(parent);
-    if (!first.isEmpty() && !first.startsWith(placeholder))
-        return;
 
     std::vector<NewNode> children;
-    Database database(DatabasePath(systemTree), Database::Access::Read);
-    for (RecordSet rows = ChildCategories(database, id); !rows.Eof(); rows.MoveNext()) {
+    for (RecordSet rows = ChildCategories(library, id); !rows.Eof(); rows.MoveNext()) {
         const int childId = rows.Integer(u"ID");
         NewNode child{CategoryKey(systemTree, childId), rows.Text(u"foldername"), ClosedFolder, {}};
-        const RecordSet grandchildren = ChildCategories(database, childId);
+        const RecordSet grandchildren = ChildCategories(library, childId);
         if (!grandchildren.Eof())
             child.children.push_back({placeholder + grandchildren.Text(u"ID"),
                                       grandchildren.Text(u"foldername"),
@@ -150,10 +156,13 @@ void CategoryTree::Expand(const QString& key) {
     const QScopedValueRollback<bool> busy(busy_, true);
     // A node that could not be filled stays closed over its placeholder.
     auto closeAgain = qScopeGuard([&] { view_.SetExpanded(key, false); });
-    if (IsSystemKey(key))
-        LoadSystemChildren(CategoryIdOf(key));
-    else
-        LoadChildren(CategoryIdOf(key));
+    if (!IsLoaded(key)) {
+        Database library(DatabasePath(IsSystemKey(key)), Database::Access::Read);
+        if (IsSystemKey(key))
+            LoadSystemChildren(library, CategoryIdOf(key));
+        else
+            LoadChildren(library, CategoryIdOf(key));
+    }
     closeAgain.dismiss();
     view_.Nodes().SetImage(key, OpenFolder);
 }

@@ -31,14 +31,15 @@ Q_SIGNALS:
 private:
     void AddRoot(bool systemTree);
     void AddSystemRoot();
-    void LoadChildren(int id);
-    void LoadSystemChildren(int id);
-    void LoadLevel(bool systemTree, int id);
+    bool IsLoaded(const QString& key) const;
+    void LoadChildren(Database& library, int id);
+    void LoadSystemChildren(Database& library, int id);
+    void LoadLevel(Database& library, bool systemTree, int id);
     void Expand(const QString& key);
     void Collapse(const QString& key);
     void NodeClick(const QString& key);
     const QString& DatabasePath(bool systemTree) const;
-    std::vector<int> WayToCurrent() const;
+    std::vector<int> WayToCurrent(Database& library) const;
     void SelectCategory(int id);
 
     KeyedTree& view_;

@@ -1,5 +1,7 @@
 #include "library/vlm_main.h"
+#include "platform/font_preload.h"
 #include "platform/guarded.h"
+#include "platform/velmo_style.h"
 #include "startup/load_settings.h"
 #include "variables/vlm_vedt.h"
 
@@ -38,6 +40,8 @@ void Main(GlobalState& state, SettingsStore& settings, MessageBoxes& messages) {
 } // namespace velmo
 
 int main(int argc, char** argv) {
+    const velmo::FontPreload fonts;
+    QApplication::setStyle(new velmo::VelmoStyle);
     QApplication application(argc, argv);
     // The windows' own loops end the program, not the last window that happens to be visible.
     QApplication::setQuitOnLastWindowClosed(false);

@@ -1,6 +1,7 @@
 #include "variables/vedt_controls.h"
 
 #include "platform/slide_view.h"
+#include "platform/svg_icon.h"
 #include "platform/window_places.h"
 
 #include <QBoxLayout>
@@ -41,7 +42,7 @@ void VedtControls::SetUp(QMainWindow& window, const GridCells& variables, const 
     panes->setStretchFactor(0, 0);
     panes->setStretchFactor(1, 1);
     window.setCentralWidget(panes);
-    window.setWindowIcon(QIcon(QStringLiteral(":/variables/icons/variables.svg")));
+    window.setWindowIcon(SvgIcon(QStringLiteral(":/variables/icons/variables.svg")));
     AcceptByKey(window);
 
     hint = new QLabel;
@@ -62,7 +63,7 @@ QWidget* VedtControls::MakeVariablePane(const GridCells& variables) {
     Vedt_Toolbar->setObjectName(QStringLiteral("Vedt_Toolbar"));
     Vedt_Toolbar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     Vedt_Toolbar->setFixedHeight(TwipsToPixels(VariableGridTop));
-    TB_POINT = Vedt_Toolbar->addAction(QIcon(QStringLiteral(":/variables/icons/measure.svg")),
+    TB_POINT = Vedt_Toolbar->addAction(SvgIcon(QStringLiteral(":/variables/icons/measure.svg")),
                                        QStringLiteral("測定"));
     TB_POINT->setObjectName(QStringLiteral("TB_POINT"));
     TB_POINT->setShortcut(Qt::CTRL | Qt::Key_M);
