@@ -9,6 +9,7 @@ void AddListImport();
 void AddCategories();
 void AddStart();
 void AddSlides();
+void AddTableEditing();
 
 // Runs the items whose names match --benchmark_filter and prints a line for each: time, yardstick, ratio,
 // limit. Returns 1 when a ratio is over its limit.

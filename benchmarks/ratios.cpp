@@ -107,6 +107,7 @@ int RunRatios(int argc, char** argv) {
     AddCategories();
     AddStart();
     AddSlides();
+    AddTableEditing();
     BestRounds best;
     benchmark::RunSpecifiedBenchmarks(&best);
     std::printf("%-58s %9s %9s      %6s\n", "item", "velmo", "yardstick", "ratio");

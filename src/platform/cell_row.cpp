@@ -37,6 +37,17 @@ QStringView CellRow::Text(int index) const {
     return QStringView(packed_).sliced(at + 1, packed_[at].unicode());
 }
 
+void CellRow::GetTexts(std::vector<QStringView>& texts, int count) const {
+    texts.assign(size_t(qMax(count_, count)), {});
+    const QStringView packed = packed_;
+    qsizetype at = 0;
+    for (int i = 0; i < count_; ++i) {
+        const qsizetype length = packed[at].unicode();
+        texts[size_t(i)] = packed.sliced(at + 1, length);
+        at += 1 + length;
+    }
+}
+
 void CellRow::SetText(int index, QStringView text) {
     const QChar length = LengthUnit(text);
     while (count_ <= index)
@@ -46,11 +57,9 @@ void CellRow::SetText(int index, QStringView text) {
     packed_[at] = length;
 }
 
-void CellRow::Truncate(int count) {
-    if (count >= count_)
-        return;
-    packed_.truncate(Start(count));
-    count_ = count;
+void CellRow::Forget(int index) {
+    if (index < count_)
+        SetText(index, {});
 }
 
 void CellRow::Reserve(int texts, qsizetype characters) {

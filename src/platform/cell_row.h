@@ -2,6 +2,8 @@
 
 #include <QString>
 
+#include <vector>
+
 namespace velmo {
 
 // The texts of one row of a grid, 0-based, in a single block of memory: a string of its own for each of
@@ -11,9 +13,11 @@ public:
     // Adds a text behind the last one. Throws 5 when it is longer than 65535 characters.
     void Append(QStringView text);
     QStringView Text(int index) const;
+    // All of them at once, which is quicker than one by one; at least count, good until one changes.
+    void GetTexts(std::vector<QStringView>& texts, int count) const;
     void SetText(int index, QStringView text);
-    // Forgets the texts from count on.
-    void Truncate(int count);
+    // Forgets a text, if there is one.
+    void Forget(int index);
     // Room for texts of that many characters in all; Squeeze gives back what was not used.
     void Reserve(int texts, qsizetype characters);
     void Squeeze() { packed_.squeeze(); }

@@ -2,8 +2,6 @@
 
 #include "platform/runtime_error.h"
 
-#include <QStringEncoder>
-
 #include <algorithm>
 
 namespace velmo {
@@ -17,8 +15,12 @@ bool IsAscii(QByteArrayView bytes) {
                        [](char c) { return static_cast<unsigned char>(c) < 0x80; });
 }
 
+// Looks at every unit, which is faster than to stop at the first foreign one.
 bool IsAscii(QStringView text) {
-    return std::all_of(text.begin(), text.end(), [](QChar c) { return c.unicode() < 0x80; });
+    char16_t all = 0;
+    for (const QChar c : text)
+        all |= c.unicode();
+    return all < 0x80;
 }
 
 // What the converter beneath gives, without calling it an error, for a byte that means nothing.
@@ -48,28 +50,20 @@ QString DecodeCharacter(QByteArrayView bytes) {
     return foreign ? QString() : text;
 }
 
-std::optional<QByteArray> TryEncode(QStringView text) {
-    QStringEncoder encoder(CodePageName);
-    QByteArray bytes = encoder(text);
-    if (encoder.hasError())
-        return std::nullopt;
-    return bytes;
-}
-
 } // namespace
 
-CodePageDecoder::CodePageDecoder() : decoder_(CodePageName) {}
+CodePageDecoder::CodePageDecoder() : decoder_(std::in_place, CodePageName) {}
 
 QString CodePageDecoder::Decode(QByteArrayView bytes) {
     if (IsAscii(bytes))
         return QString::fromLatin1(bytes);
     if (EndsInsideCharacter(bytes))
         return DecodeOneByOne(bytes);
-    QString text = decoder_(bytes);
-    if (!decoder_.hasError() && !text.contains(Substitute) && !text.contains(QChar::ReplacementCharacter))
+    QString text = (*decoder_)(bytes);
+    if (!decoder_->hasError() && !text.contains(Substitute) && !text.contains(QChar::ReplacementCharacter))
         return text;
     // The error mark of a decoder is never taken back, so a failure needs a new one.
-    decoder_ = QStringDecoder(CodePageName);
+    decoder_.emplace(CodePageName);
     return DecodeOneByOne(bytes);
 }
 
@@ -91,23 +85,49 @@ QString CodePageDecoder::DecodeOneByOne(QByteArrayView bytes) {
     return text;
 }
 
+// Each text is whole: half a character at its end must not wait for the next one.
+CodePageEncoder::CodePageEncoder() : encoder_(std::in_place, CodePageName, QStringEncoder::Flag::Stateless) {}
+
+bool CodePageEncoder::Append(QStringView text, QByteArray& bytes) {
+    const qsizetype before = bytes.size();
+    if (IsAscii(text)) {
+        bytes.resize(before + text.size());
+        std::transform(text.begin(), text.end(), bytes.begin() + before,
+                       [](QChar c) { return char(c.unicode()); });
+        return true;
+    }
+    const QByteArray encoded = (*encoder_)(text);
+    if (encoder_->hasError()) {
+        // The error mark of an encoder is never taken back.
+        encoder_.emplace(CodePageName, QStringEncoder::Flag::Stateless);
+        return false;
+    }
+    bytes += encoded;
+    return true;
+}
+
 QByteArray EncodeCodePage(QStringView text) {
     if (IsAscii(text))
         return text.toLatin1();
-    if (std::optional<QByteArray> bytes = TryEncode(text))
-        return *bytes;
+    QByteArray bytes;
+    if (CodePageEncoder().Append(text, bytes))
+        return bytes;
     throw RuntimeError(ErrorNumber::InvalidArgument,
                        QStringLiteral("文字「%1」はコードページ 932 にありません。")
                            .arg(FirstForeignCharacter(text).value_or(QString())));
 }
 
 std::optional<QString> FirstForeignCharacter(QStringView text) {
-    if (IsAscii(text) || TryEncode(text))
+    if (IsAscii(text))
+        return std::nullopt;
+    CodePageEncoder encoder;
+    QByteArray ignored;
+    if (encoder.Append(text, ignored))
         return std::nullopt;
     for (qsizetype at = 0; at < text.size();) {
         const bool pair = text[at].isHighSurrogate() && at + 1 < text.size() && text[at + 1].isLowSurrogate();
         const QStringView one = text.sliced(at, pair ? 2 : 1);
-        if (pair || !TryEncode(one))
+        if (pair || !encoder.Append(one, ignored))
             return one.toString();
         at += one.size();
     }

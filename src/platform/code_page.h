@@ -3,6 +3,7 @@
 #include <QByteArray>
 #include <QString>
 #include <QStringDecoder>
+#include <QStringEncoder>
 
 #include <optional>
 
@@ -12,12 +13,32 @@ namespace velmo {
 class CodePageDecoder {
 public:
     CodePageDecoder();
+    CodePageDecoder(const CodePageDecoder&) = delete;
+    CodePageDecoder& operator=(const CodePageDecoder&) = delete;
+
     QString Decode(QByteArrayView bytes);
 
 private:
     QString DecodeOneByOne(QByteArrayView bytes);
 
-    QStringDecoder decoder_;
+    // Never moved: the library's converter keeps the address of its state.
+    std::optional<QStringDecoder> decoder_;
+};
+
+// Writes code page 932.
+class CodePageEncoder {
+public:
+    CodePageEncoder();
+    CodePageEncoder(const CodePageEncoder&) = delete;
+    CodePageEncoder& operator=(const CodePageEncoder&) = delete;
+
+    // Adds the bytes of text behind those that are there. False, and nothing added, when the code page does
+    // not have one of its characters.
+    bool Append(QStringView text, QByteArray& bytes);
+
+private:
+    // Never moved, like the decoder's.
+    std::optional<QStringEncoder> encoder_;
 };
 
 // The bytes of text in code page 932. Throws 5, naming the character, when the code page does not have one of

@@ -1,6 +1,7 @@
 #include "platform/files.h"
 
 #include "platform/runtime_error.h"
+#include "platform/work_file.h"
 
 #include <QDir>
 #include <QFile>
@@ -33,6 +34,8 @@ QString FindIgnoringCase(const QString& folder, const QString& name) {
     ErrorNumber number = ErrorNumber::PathFileAccess;
     if (systemError == ENOSPC || systemError == EFBIG)
         number = ErrorNumber::DiskFull;
+    else if (systemError == EIO)
+        number = ErrorNumber::DeviceIo;
     else if (!info.dir().exists())
         number = ErrorNumber::PathNotFound;
     else if (!info.isDir())
@@ -51,6 +54,20 @@ std::unique_ptr<QSaveFile> WriteBeside(const QString& stored, const QByteArray& 
     if (file->write(bytes) != bytes.size() || !file->flush())
         ThrowCannotWrite(stored, errno);
     return file;
+}
+
+// Puts a file (native paths) in the place of another.
+std::error_code Rename(const QString& from, const QString& to) {
+    std::error_code failed;
+    std::filesystem::rename(std::filesystem::path(from.toStdU16String()),
+                            std::filesystem::path(to.toStdU16String()), failed);
+    return failed;
+}
+
+// What a symbolic link leads to; other paths, and links to nothing, are themselves.
+QString FollowLink(const QString& path) {
+    const QFileInfo info(path);
+    return info.isSymLink() && info.exists() ? info.canonicalFilePath() : path;
 }
 
 } // namespace
@@ -108,11 +125,34 @@ void ReplaceFiles(const std::vector<FileReplacement>& files) {
     }
 }
 
+bool ReplaceFileThrough(const QString& work, const QString& stored, const QByteArray& bytes) {
+    const QString target = FollowLink(NativePath(stored));
+    if (FileExists(stored)) {
+        // A write-protected file is not to be replaced, even where its folder would let it be.
+        QFile old(target);
+        errno = 0;
+        if (!old.open(QIODevice::ReadWrite | QIODevice::ExistingOnly))
+            ThrowCannotWrite(stored, errno);
+    }
+    WorkFile file(NativePath(work));
+    if (!file.IsOpen())
+        return false;
+    file.TakePermissions(target);
+    errno = 0;
+    if (!file.Write(bytes) || !file.Finish())
+        ThrowCannotWrite(stored, errno);
+    const std::error_code failed = Rename(file.Path(), target);
+    if (!failed)
+        file.Renamed(target);
+    else if (failed == std::errc::cross_device_link)
+        ReplaceFile(stored, bytes);
+    else
+        ThrowCannotWrite(stored, failed.value());
+    return true;
+}
+
 void RenameOver(const QString& from, const QString& to) {
-    std::error_code failed;
-    std::filesystem::rename(std::filesystem::path(NativePath(from).toStdU16String()),
-                            std::filesystem::path(NativePath(to).toStdU16String()), failed);
-    if (failed)
+    if (Rename(NativePath(from), NativePath(to)))
         throw RuntimeError(ErrorNumber::PathFileAccess).InFile(to);
 }
 

@@ -24,9 +24,14 @@ void DeleteFile(const QString& stored);
 void DeleteFileIfAny(const QString& stored);
 
 // Puts bytes in the place of the file in one step: written beside it, synced, renamed. Throws 76 when the
-// folder is missing, 61 when the disk is full, 70 or 75 when it cannot be written; the old file then stays as
-// it was.
+// folder is missing, 61 when the disk is full, 57, 70 or 75 when it cannot be written; the old file then
+// stays as it was.
 void ReplaceFile(const QString& stored, const QByteArray& bytes);
+
+// The same by way of a work file (stored path) in the same folder; one that a killed run left is overwritten,
+// and none stays behind an error. The permissions of the old file stay, and what is a symbolic link still is
+// one. False when the work file cannot be created; nothing has changed then.
+[[nodiscard]] bool ReplaceFileThrough(const QString& work, const QString& stored, const QByteArray& bytes);
 
 // A file (stored path) and what it is to hold.
 struct FileReplacement {

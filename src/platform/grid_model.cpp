@@ -21,12 +21,19 @@ GridModel::GridModel(const GridCells& cells, QObject* parent) : QAbstractTableMo
     Measure();
 }
 
+int GridModel::Shift::operator()(int place) const {
+    if (place < first)
+        return place;
+    return count < 0 && place < first - count ? -1 : place + count;
+}
+
 void GridModel::Measure() {
     const bool message = cells_.IsMessage();
     firstRow_ = message ? 0 : 1;
     firstColumn_ = !message && cells_.HasRowNumbers() ? 1 : 0;
     rows_ = cells_.Rows() - firstRow_;
     columns_ = qMax(0, cells_.Cols() - firstColumn_);
+    rowShift_ = columnShift_ = {};
 }
 
 void GridModel::CellsReplaced() {
@@ -37,11 +44,62 @@ void GridModel::CellsReplaced() {
 }
 
 void GridModel::TextsChanged() {
-    if (columns_ == 0)
+    RangeChanged({0, firstColumn_, rows_ + firstRow_, columns_});
+}
+
+void GridModel::RangeChanged(const CellRange& range) {
+    const int left = qMax(0, range.column - firstColumn_);
+    const int right = qMin(columns_, range.column + range.columns - firstColumn_) - 1;
+    if (left > right)
         return;
-    Q_EMIT headerDataChanged(Qt::Horizontal, 0, columns_ - 1);
-    if (rows_ > 0)
-        Q_EMIT dataChanged(index(0, 0), index(rows_ - 1, columns_ - 1));
+    if (range.row < firstRow_)
+        Q_EMIT headerDataChanged(Qt::Horizontal, left, right);
+    const int top = qMax(0, range.row - firstRow_);
+    const int bottom = qMin(rows_, range.row + range.rows - firstRow_) - 1;
+    if (top <= bottom)
+        Q_EMIT dataChanged(index(top, left), index(bottom, right));
+}
+
+void GridModel::RowsInserted(int row, int count) {
+    const int first = row - firstRow_;
+    rowShift_ = {row, count};
+    markedRow_ = rowShift_(markedRow_);
+    beginInsertRows({}, first, first + count - 1);
+    Measure();
+    endInsertRows();
+    Q_EMIT headerDataChanged(Qt::Vertical, first, rows_ - 1);
+}
+
+void GridModel::RowsRemoved(int row, int count) {
+    const int first = row - firstRow_;
+    rowShift_ = {row, -count};
+    markedRow_ = qMax(0, rowShift_(markedRow_));
+    beginRemoveRows({}, first, first + count - 1);
+    Measure();
+    endRemoveRows();
+    if (first < rows_)
+        Q_EMIT headerDataChanged(Qt::Vertical, first, rows_ - 1);
+}
+
+void GridModel::ColumnsInserted(int column) {
+    columnShift_ = {column, 1};
+    beginInsertColumns({}, Section(column), Section(column));
+    Measure();
+    endInsertColumns();
+}
+
+void GridModel::ColumnsRemoved(int column) {
+    columnShift_ = {column, -1};
+    beginRemoveColumns({}, Section(column), Section(column));
+    Measure();
+    endRemoveColumns();
+}
+
+void GridModel::ColumnsSwapped(int left) {
+    const int section = Section(left);
+    beginMoveColumns({}, section, section, {}, section + 2);
+    endMoveColumns();
+    Q_EMIT headerDataChanged(Qt::Horizontal, section, section + 1);
 }
 
 void GridModel::MarkRow(int row) {
@@ -78,8 +136,10 @@ QVariant GridModel::MarkedFont(int row) const {
 QVariant GridModel::data(const QModelIndex& index, int role) const {
     if (!checkIndex(index, CheckIndexOption::IndexIsValid))
         return {};
-    const int row = RowOf(index);
-    const int column = ColumnOf(index);
+    const int row = rowShift_(RowOf(index));
+    const int column = columnShift_(ColumnOf(index));
+    if (!HasCell(row, column))
+        return {};
     switch (role) {
     case Qt::DisplayRole:
     case Qt::ToolTipRole:
@@ -106,12 +166,14 @@ QVariant GridModel::headerData(int section, Qt::Orientation orientation, int rol
     const bool across = orientation == Qt::Horizontal;
     if (cells_.IsMessage() || section < 0 || section >= (across ? columns_ : rows_))
         return {};
-    const int row = across ? 0 : section + firstRow_;
+    const int row = across ? 0 : rowShift_(section + firstRow_);
+    const int column = across ? columnShift_(section + firstColumn_) : 0;
+    if (!HasCell(row, column))
+        return {};
     switch (role) {
     case Qt::DisplayRole:
     case Qt::ToolTipRole:
-        return across || firstColumn_ > 0 ? cells_.Text(row, across ? section + firstColumn_ : 0)
-                                          : QVariant();
+        return across || firstColumn_ > 0 ? cells_.Text(row, column) : QVariant();
     case Qt::FontRole:
         return across ? QVariant() : MarkedFont(row);
     default:

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/cell_range.h"
 #include "platform/grid_cells.h"
 
 #include <QAbstractTableModel>
@@ -13,13 +14,26 @@ class GridModel : public QAbstractTableModel {
     Q_OBJECT
 
 public:
-    // The cells are not owned and outlive the model; whoever changes them tells the model.
+    // The cells are not owned and outlive the model; whoever changes them tells the model, change by change
+    // and after each one.
     explicit GridModel(const GridCells& cells, QObject* parent = nullptr);
 
     // Rows or columns came or went; no row is marked any longer.
     void CellsReplaced();
     // Texts changed, the headers' too; rows and columns are as many as before.
     void TextsChanged();
+    // The same for some cells; row 0 is the header row.
+    void RangeChanged(const CellRange& range);
+
+    // Rows below the header came or went; those from there on have new numbers.
+    void RowsInserted(int row, int count);
+    void RowsRemoved(int row, int count);
+    // Columns right of the row numbers likewise.
+    void ColumnsInserted(int column);
+    void ColumnsRemoved(int column);
+    // A column changed places with the one right of it.
+    void ColumnsSwapped(int left);
+
     // One row, counted as in the cells, stands out from the others; 0 for none.
     void MarkRow(int row);
 
@@ -36,7 +50,19 @@ public:
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
 private:
+    // Between the two signals of a change the view still counts as before: where a row or column that it
+    // means stands now, after some came (count above 0) or went from first on.
+    struct Shift {
+        int first = 0;
+        int count = 0;
+        // -1 for one that went.
+        int operator()(int place) const;
+    };
+
     void Measure();
+    bool HasCell(int row, int column) const {
+        return row >= 0 && row < cells_.Rows() && column >= 0 && column < cells_.Cols();
+    }
     QVariant MarkedFont(int row) const;
 
     const GridCells& cells_;
@@ -46,6 +72,8 @@ private:
     int rows_ = 0;
     int columns_ = 0;
     int markedRow_ = 0;
+    Shift rowShift_;
+    Shift columnShift_;
 };
 
 } // namespace velmo

@@ -41,6 +41,10 @@ bool TextReader::AtEnd() {
 }
 
 QString TextReader::ReadLine() {
+    return decoder_.Decode(ReadBytes());
+}
+
+QByteArrayView TextReader::ReadBytes() {
     if (AtEnd())
         throw RuntimeError(ErrorNumber::InputPastEnd).InFile(path_).AtLine(lineNumber_ + 1);
     qsizetype length = 0;
@@ -53,7 +57,7 @@ QString TextReader::ReadLine() {
         if (complete || !Fill())
             break;
     }
-    QString line = decoder_.Decode(QByteArrayView(buffer_).sliced(at_, length));
+    const QByteArrayView line = QByteArrayView(buffer_).sliced(at_, length);
     at_ += length;
     if (at_ < buffer_.size()) {
         const bool pair = buffer_[at_] == '\r' && at_ + 1 < buffer_.size() && buffer_[at_ + 1] == '\n';

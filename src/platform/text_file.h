@@ -16,7 +16,9 @@ public:
     bool AtEnd();
     // The next line without its line break. Throws 62 at the end of the file, 57 when reading fails.
     QString ReadLine();
-    // Number of lines read so far, so the 1-based number of the line that ReadLine returned last.
+    // The bytes of the next line instead, good until the reader is used again.
+    QByteArrayView ReadBytes();
+    // Number of lines read so far, so the 1-based number of the line that was returned last.
     qint64 LineNumber() const { return lineNumber_; }
     const QString& Path() const { return path_; }
     // Bytes read so far and in all, for progress.

@@ -41,8 +41,9 @@ void Main(GlobalState& state, SettingsStore& settings, MessageBoxes& messages) {
 
 int main(int argc, char** argv) {
     const velmo::FontPreload fonts;
-    QApplication::setStyle(new velmo::VelmoStyle);
     QApplication application(argc, argv);
+    // Only now is the desktop's own style known.
+    QApplication::setStyle(new velmo::VelmoStyle);
     // The windows' own loops end the program, not the last window that happens to be visible.
     QApplication::setQuitOnLastWindowClosed(false);
     QTranslator standardButtons;

@@ -1,5 +1,6 @@
 #include "variables/dimension_table.h"
 
+#include "platform/files.h"
 #include "platform/numbers.h"
 #include "platform/runtime_error.h"
 #include "platform/text_file.h"
@@ -12,8 +13,6 @@ namespace velmo {
 
 namespace {
 
-const QString CommentKey = QStringLiteral("ｺﾒﾝﾄ");
-constexpr int MostColumns = 501;
 constexpr int RowsBetweenProgress = 1000;
 
 struct ColumnBlock {
@@ -53,23 +52,27 @@ public:
             ReadColumns(*file, table.cells);
         } catch (const RuntimeError& error) {
             RequireReadError(error);
+            table.whole = !FileExists(path);
             return false;
         }
+        table.whole = int(widths_.size()) == count_;
         try {
             database_.Execute(QStringLiteral("CREATE TABLE PmnTable (") + definition_ + QStringLiteral(");"));
         } catch (const RuntimeError&) {
+            table.whole = false;
             return true;
         }
-        bool whole = true;
+        bool ended = true;
         try {
             ReadRows(*file, table.cells);
         } catch (const RuntimeError& error) {
             RequireReadError(error);
-            whole = false;
+            ended = false;
         }
+        table.whole = table.whole && ended;
         table.rows = std::int16_t(rows_.Count());
         rows_.MoveInto(table.cells);
-        if (whole && table.rows == 0)
+        if (ended && table.rows == 0)
             return OfferEmptyRow(table);
         return table.rows > 0;
     }
@@ -109,12 +112,12 @@ private:
         block.width = ToInteger(file.ReadLine());
         block.small = ToInteger(file.ReadLine());
         block.name = file.ReadLine();
-        if (column > MostColumns)
+        if (column > MostTableColumns)
             throw RuntimeError(ErrorNumber::SubscriptOutOfRange);
         widths_.push_back(block.width);
         cells.SetCols(column + 1);
         cells.SetText(0, column, block.name);
-        if (block.key == CommentKey)
+        if (block.key == CommentColumnKey)
             FindCommentRow(variables);
         else
             FindVariableNumber(variables, ToInteger(QStringView(block.key).mid(1)));
@@ -205,7 +208,9 @@ DimensionTable LoadDimensionTable(const GlobalState& state, int variableCount, G
     DimensionTable table;
     const QString path = DimensionTablePath(state.SymbolFile);
     if (!TableReader(state, database, variableGrid, progress).Read(path, table)) {
+        const bool whole = table.whole;
         table = DimensionTable();
+        table.whole = whole;
         if (state.RunMode == run_mode::UserLibrary && variableCount > 0)
             PrepareNewTable(database, variableCount, table);
         else

@@ -12,7 +12,13 @@ struct DimensionTable {
     GridCells cells{GridCells::FirstColumn::RowNumbers};
     // Rows that can be chosen; 0 when the grid is a message or a header alone.
     std::int16_t rows = 0;
+    // False when a table file is there and not all that it counts was read.
+    bool whole = true;
 };
+
+// What a table file has in place of a variable's number for the comment column.
+inline constexpr QStringView CommentColumnKey = u"ｺﾒﾝﾄ";
+inline constexpr int MostTableColumns = 501;
 
 // Told now and then how much of a file has been read.
 using Progress = std::function<void(qint64 done, qint64 size)>;

@@ -44,9 +44,12 @@ LastChoice RestoreLastChoice(const GlobalState& state, const SettingsStore& sett
     return choice;
 }
 
-void SaveLastChoice(const GlobalState& state, SettingsStore& settings, const GridCells& variableGrid) {
+void SaveCurrentValues(const GlobalState& state, SettingsStore& settings, const GridCells& variableGrid) {
     for (int row = 1; row < variableGrid.Rows(); ++row)
         settings.Save(keys::VariableValue(state.UserLibrary, row), variableGrid.Text(row, 1));
+}
+
+void SaveLastChoice(const GlobalState& state, SettingsStore& settings) {
     settings.Save(keys::LastTableRow(state.UserLibrary), state.TableLast);
     settings.Save(keys::LastSymbol(state.UserLibrary), state.SymbolFile);
 }

@@ -21,7 +21,9 @@ struct LastChoice {
 LastChoice RestoreLastChoice(const GlobalState& state, const SettingsStore& settings,
                              GridCells& variableGrid);
 
-// Remembers the current values, the symbol and TableLast; nothing is on disk before the settings are flushed.
-void SaveLastChoice(const GlobalState& state, SettingsStore& settings, const GridCells& variableGrid);
+// Remember the current values, and the symbol with TableLast; nothing is on disk before the settings are
+// flushed.
+void SaveCurrentValues(const GlobalState& state, SettingsStore& settings, const GridCells& variableGrid);
+void SaveLastChoice(const GlobalState& state, SettingsStore& settings);
 
 } // namespace velmo

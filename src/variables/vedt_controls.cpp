@@ -98,6 +98,8 @@ QWidget* VedtControls::MakeTablePane(const GridCells& table) {
     Vedt_FlexGrid->setObjectName(QStringLiteral("Vedt_FlexGrid"));
     Vedt_FlexGrid->setAccessibleName(QStringLiteral("寸法表"));
 
+    findBar = new FindBar;
+
     const auto button = [](const char* name, const QString& text) {
         auto* made = new QPushButton(text);
         made->setObjectName(QLatin1String(name));
@@ -123,6 +125,7 @@ QWidget* VedtControls::MakeTablePane(const GridCells& table) {
     all->setContentsMargins(TwipsToPixels(VariableGridLeft), 0, Gap, 0);
     all->setSpacing(Gap);
     all->addWidget(Vedt_FlexGrid, 1);
+    all->addWidget(findBar);
     all->addLayout(buttons);
     return pane;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/grid.h"
+#include "variables/find_bar.h"
 
 #include <QAction>
 #include <QLabel>
@@ -25,6 +26,7 @@ struct VedtControls {
     Grid* Vedt_NowFGrid = nullptr;
     SlideView* Vedt_Slide = nullptr;
     Grid* Vedt_FlexGrid = nullptr;
+    FindBar* findBar = nullptr;
     QPushButton* Vedt_TreeBtn = nullptr;
     QPushButton* Vedt_OKBtn = nullptr;
     QPushButton* VEdt_CanBtn = nullptr;

@@ -11,6 +11,7 @@
 #include "variables/variable_answer.h"
 #include "variables/work_database.h"
 
+#include <QCloseEvent>
 #include <QKeyEvent>
 
 namespace velmo {
@@ -57,41 +58,54 @@ VLM_VEDT::VLM_VEDT(GlobalState& state, SettingsStore& settings, MessageBoxes& me
     ConnectControls();
 }
 
-// The grids go before the cells that they show.
+// What edits the table goes before the grids, and these before the cells that they show.
 VLM_VEDT::~VLM_VEDT() {
+    delete editing_;
     delete takeCentralWidget();
 }
 
 void VLM_VEDT::ConnectControls() {
-    editors_ = new ValueEditors(*ui_.Vedt_NowFGrid);
+    cellEditor_ = new CellEditor(*ui_.Vedt_NowFGrid, *ui_.Vedt_FlexGrid);
+    valueList_ = new ValueList(*ui_.Vedt_NowFGrid);
     const auto guarded = [this](auto action) {
         return
             [this, action](auto... arguments) { RunGuarded(messages_, this, [&] { action(arguments...); }); };
     };
-    const auto chooseRow = guarded([this](int row, int column) { ChooseTableRow(row, column); });
+    const auto chooseRow = guarded([this](int row, int) { ChooseTableRow(row); });
     connect(ui_.Vedt_FlexGrid, &Grid::CellClicked, this, chooseRow);
-    connect(ui_.Vedt_FlexGrid, &Grid::CellActivated, this, chooseRow);
+    connect(ui_.Vedt_FlexGrid, &Grid::CellActivated, this, guarded([this](int row, int) {
+                if (!IsTableEditing())
+                    ChooseTableRow(row);
+            }));
     connect(ui_.Vedt_FlexGrid, &Grid::TypingStarted, this,
             guarded([this](QEvent* event) { SearchTable(event); }));
     connect(ui_.Vedt_NowFGrid, &Grid::CellClicked, this, guarded([this](int row, int column) {
                 if (column == 1)
-                    OpenValueEditor(row, ValueEditors::Unfold::Yes);
+                    OpenValueEditor(row, ValueList::Unfold::Yes);
             }));
     connect(ui_.Vedt_NowFGrid, &Grid::CellActivated, this,
             guarded([this](int row, int) { ActivateVariable(row); }));
     connect(ui_.Vedt_NowFGrid, &Grid::TypingStarted, this,
             guarded([this](QEvent* event) { TypeOver(event); }));
-    connect(ui_.Vedt_NowFGrid, &Grid::EscapePressed, editors_, &ValueEditors::CloseList);
-    connect(editors_, &ValueEditors::TextEntered, this,
+    connect(ui_.Vedt_NowFGrid, &Grid::EscapePressed, valueList_, &ValueList::Close);
+    connect(cellEditor_, &CellEditor::TextEntered, this,
+            guarded([this](Grid* grid, int row, int column, const QString& text) {
+                if (editing_)
+                    editing_->Enter(*grid, row, column, text);
+                else
+                    EnterText(row, column, text);
+            }));
+    connect(valueList_, &ValueList::TextEntered, this,
             guarded([this](int row, int column, const QString& text) { EnterText(row, column, text); }));
-    connect(editors_, &ValueEditors::ValueChosen, this,
+    connect(valueList_, &ValueList::ValueChosen, this,
             guarded([this](int row, const QString& value) { ApplyDropDown(row, value); }));
-    connect(editors_, &ValueEditors::ValueNotFound, this, [this](const QString& typed) {
+    connect(valueList_, &ValueList::ValueNotFound, this, [this](const QString& typed) {
         ui_.hint->setText(
             QStringLiteral("「%1」は寸法表にありません。表にある値だけを選べます。").arg(typed));
     });
-    connect(editors_, &ValueEditors::LeftForRow, this,
-            guarded([this](int row) { OpenValueEditor(row, ValueEditors::Unfold::No); }));
+    const auto goToRow = guarded([this](int row) { OpenValueEditor(row, ValueList::Unfold::No); });
+    connect(cellEditor_, &CellEditor::LeftForRow, this, goToRow);
+    connect(valueList_, &ValueList::LeftForRow, this, goToRow);
     connect(ui_.Vedt_OKBtn, &QPushButton::clicked, this, guarded([this](bool) { Confirm(); }));
     connect(ui_.VEdt_CanBtn, &QPushButton::clicked, this, guarded([this](bool) { Cancel(); }));
     connect(ui_.Vedt_TreeBtn, &QPushButton::clicked, this, guarded([this](bool) { BackToTree(); }));
@@ -103,6 +117,8 @@ void VLM_VEDT::Load() {
         ReadSymbol();
         ShowSymbol();
         RestoreChoice();
+        if (IsTableEditing() && !table_.cells.IsMessage())
+            StartTableEditing();
     });
 }
 
@@ -114,6 +130,8 @@ void VLM_VEDT::ReadSymbol() {
     const std::int16_t count = ReadSymbolDefinition(
         state_, variables_, [this](const QString& text) { messages_.Inform(this, text); });
 
+    if (IsTableEditing())
+        stamp_.emplace(DimensionTablePath(state_.SymbolFile));
     ProgressBox progress(this, QStringLiteral("寸法表を読み込んでいます..."), ProgressBox::Cancel::No);
     table_ = LoadDimensionTable(state_, count, variables_,
                                 [&progress](qint64 done, qint64 size) { progress.Report(done, size); });
@@ -127,8 +145,15 @@ void VLM_VEDT::ShowSymbol() {
     ShowHint();
 }
 
+void VLM_VEDT::StartTableEditing() {
+    ui_.Vedt_FlexGrid->MakeEditable();
+    editing_ = new TableEditing(*this, ui_, *cellEditor_, table_, *stamp_, variables_, state_, messages_);
+}
+
 void VLM_VEDT::ShowHint() {
-    if (variables_.IsMessage() || IsTableEditing())
+    if (IsTableEditing() && !table_.cells.IsMessage())
+        ui_.hint->setText(QStringLiteral("列の見出しか行番号を右クリックすると、列や行を変えられます。"));
+    else if (variables_.IsMessage() || IsTableEditing())
         ui_.hint->clear();
     else if (table_.rows > 0)
         ui_.hint->setText(
@@ -163,16 +188,15 @@ void VLM_VEDT::ShowChosenRow() {
     ui_.Vedt_FlexGrid->MarkRow(IsTableEditing() ? 0 : state_.TableLast);
 }
 
-void VLM_VEDT::ChooseTableRow(int row, int column) {
+void VLM_VEDT::ChooseTableRow(int row) {
     if (table_.rows == 0 || variables_.IsMessage())
         return;
-    editors_->Settle();
-    const RedrawPause pause{ui_.Vedt_FlexGrid, ui_.Vedt_NowFGrid};
+    SettleEditors();
     if (IsTableEditing()) {
         state_.TableLast = std::int16_t(row);
-        ui_.Vedt_FlexGrid->SetCurrentCell(row, column > 0 ? column : ui_.Vedt_FlexGrid->Col());
         return;
     }
+    const RedrawPause pause{ui_.Vedt_FlexGrid, ui_.Vedt_NowFGrid};
     ValueGrids grids = Values();
     grids.tableRow = row;
     CopyTableRow(grids);
@@ -183,30 +207,41 @@ void VLM_VEDT::ChooseTableRow(int row, int column) {
         QStringLiteral("寸法表の %1 行目 (%2) の値を入れました。").arg(row).arg(table_.cells.Text(row, 1)));
 }
 
-void VLM_VEDT::OpenValueEditor(int row, ValueEditors::Unfold unfold) {
-    if (IsTableEditing() || row < 1 || row >= variables_.Rows())
+void VLM_VEDT::SettleEditors() {
+    if (editing_)
+        editing_->Settle();
+    cellEditor_->Settle();
+    valueList_->Close();
+}
+
+void VLM_VEDT::OpenValueEditor(int row, ValueList::Unfold unfold) {
+    if (row < 1 || row >= variables_.Rows())
         return;
-    editors_->Settle();
+    SettleEditors();
     ShowHint();
     ui_.Vedt_NowFGrid->SetCurrentCell(row, 1);
-    const QStringList values = AllowedValues(Values(), row);
+    // What run mode 3 shows there are names.
+    const QStringList values = IsTableEditing() ? QStringList() : AllowedValues(Values(), row);
     if (values.isEmpty())
-        editors_->StartCellEditing();
+        cellEditor_->StartCellEditing(*ui_.Vedt_NowFGrid, row, 1);
     else
-        editors_->OfferValues(values, unfold);
+        valueList_->Offer(values, unfold);
 }
 
 void VLM_VEDT::ActivateVariable(int row) {
-    if (editors_->IsEditing() || editors_->IsOffering())
-        editors_->Enter();
+    if (cellEditor_->IsEditing())
+        cellEditor_->Enter();
+    else if (valueList_->IsOffering())
+        valueList_->Enter();
     else
-        OpenValueEditor(row, ValueEditors::Unfold::No);
+        OpenValueEditor(row, ValueList::Unfold::No);
 }
 
 void VLM_VEDT::TypeOver(QEvent* event) {
-    if (!editors_->IsEditing() && !editors_->IsOffering())
-        OpenValueEditor(ui_.Vedt_NowFGrid->Row(), ValueEditors::Unfold::No);
-    editors_->StartTyping(event);
+    if (!cellEditor_->IsEditing() && !valueList_->IsOffering())
+        OpenValueEditor(ui_.Vedt_NowFGrid->Row(), ValueList::Unfold::No);
+    cellEditor_->StartTyping(event);
+    valueList_->StartTyping(event);
 }
 
 // Goes to the row whose first value begins with what was typed.
@@ -218,7 +253,7 @@ void VLM_VEDT::SearchTable(QEvent* event) {
 }
 
 void VLM_VEDT::ApplyDropDown(int row, const QString& value) {
-    editors_->CloseList();
+    valueList_->Close();
     ApplyAllowedValue(Values(), row, value);
     ui_.Vedt_NowFGrid->TextsChanged();
 }
@@ -234,7 +269,7 @@ bool VLM_VEDT::CheckVariableGrid() {
         return true;
     ui_.Vedt_NowFGrid->SetCurrentCell(row, 1);
     messages_.Inform(this, QStringLiteral("値を入力してください。"));
-    editors_->StartCellEditing();
+    cellEditor_->StartCellEditing(*ui_.Vedt_NowFGrid, row, 1);
     return false;
 }
 
@@ -247,39 +282,53 @@ bool VLM_VEDT::CheckCharacters() {
         this, QStringLiteral("文字「%1」は CAD に渡せません (コードページ 932 にない文字です)。\n\n項目: %2")
                   .arg(found->character, found->field));
     if (found->row > 0 && found->column == 1)
-        editors_->StartCellEditing();
+        cellEditor_->StartCellEditing(*ui_.Vedt_NowFGrid, found->row, 1);
     return false;
 }
 
 bool VLM_VEDT::MayAnswer() {
-    editors_->Settle();
-    return CheckVariableGrid() && CheckCharacters();
+    SettleEditors();
+    const bool tableChanged = editing_ && editing_->IsChanged();
+    return CheckVariableGrid() && CheckCharacters() && (!tableChanged || editing_->CheckCharacters());
+}
+
+void VLM_VEDT::GiveAnswer() {
+    EndProgramOnError([this] { WriteAnswer(state_, variables_); });
+    SaveCurrentValues(state_, settings_, variables_);
+    settings_.Flush();
 }
 
 // Everything is on disk before the window says that a selection was handed back.
 void VLM_VEDT::FinishAnswer() {
-    SaveLastChoice(state_, settings_, variables_);
+    SaveLastChoice(state_, settings_);
     settings_.Flush();
     state_.Confirmed = true;
+}
+
+void VLM_VEDT::Leave() {
+    leaving_ = true;
+    close();
 }
 
 void VLM_VEDT::Confirm() {
     if (!MayAnswer())
         return;
-    EndProgramOnError([this] { WriteAnswer(state_, variables_); });
+    GiveAnswer();
+    if (editing_ && editing_->IsChanged() && !editing_->Save())
+        return;
     FinishAnswer();
     DeleteFileIfAny(WorkDatabasePath(state_.TempDir));
-    close();
+    Leave();
 }
 
 void VLM_VEDT::Measure() {
     if (!MayAnswer())
         return;
-    EndProgramOnError([this] { WriteAnswer(state_, variables_); });
+    GiveAnswer();
     settings_.Save(keys::VlmMode, run_mode::ReturnFromMeasure);
     settings_.Save(keys::DistNo, qMax(1, ui_.Vedt_NowFGrid->Row()));
     FinishAnswer();
-    close();
+    Leave();
 }
 
 void VLM_VEDT::Cancel() {
@@ -287,12 +336,25 @@ void VLM_VEDT::Cancel() {
     state_.Confirmed = false;
     Q_EMIT Cancelled();
     DeleteFileIfAny(WorkDatabasePath(state_.TempDir));
-    close();
+    Leave();
 }
 
 void VLM_VEDT::BackToTree() {
     state_.RunMode = run_mode::VariableInput;
-    close();
+    Leave();
+}
+
+// The close box says nothing about changes to the table.
+void VLM_VEDT::closeEvent(QCloseEvent* event) {
+    SettleEditors();
+    const bool losesChanges = !leaving_ && editing_ && editing_->IsChanged();
+    if (losesChanges &&
+        !messages_.Ask(this,
+                       QStringLiteral("寸法表の変更は保存されていません。破棄して閉じてよろしいですか"))) {
+        event->ignore();
+        return;
+    }
+    ModalWindow::closeEvent(event);
 }
 
 // Enter that no control has taken accepts the window.

@@ -4,9 +4,11 @@
 #include "platform/modal_window.h"
 #include "platform/settings_store.h"
 #include "startup/global_state.h"
+#include "variables/cell_editor.h"
 #include "variables/current_values.h"
 #include "variables/dimension_table.h"
-#include "variables/value_editors.h"
+#include "variables/table_editing.h"
+#include "variables/value_list.h"
 #include "variables/vedt_controls.h"
 
 namespace velmo {
@@ -30,6 +32,7 @@ Q_SIGNALS:
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
 
 private:
     void ConnectControls();
@@ -37,13 +40,15 @@ private:
     void ReadSymbol();
     void RestoreChoice();
     void ShowSymbol();
+    void StartTableEditing();
     void ShowHint();
 
     bool IsTableEditing() const { return state_.RunMode == run_mode::UserLibrary; }
     ValueGrids Values();
-    void ChooseTableRow(int row, int column);
+    void ChooseTableRow(int row);
     void ShowChosenRow();
-    void OpenValueEditor(int row, ValueEditors::Unfold unfold);
+    void SettleEditors();
+    void OpenValueEditor(int row, ValueList::Unfold unfold);
     void ActivateVariable(int row);
     void ApplyDropDown(int row, const QString& value);
     void EnterText(int row, int column, const QString& text);
@@ -53,7 +58,9 @@ private:
     bool CheckVariableGrid();
     bool CheckCharacters();
     bool MayAnswer();
+    void GiveAnswer();
     void FinishAnswer();
+    void Leave();
     void Confirm();
     void Measure();
     void Cancel();
@@ -65,9 +72,15 @@ private:
 
     GridCells variables_{GridCells::FirstColumn::Texts};
     DimensionTable table_;
+    std::optional<TableFileStamp> stamp_;
 
     VedtControls ui_;
-    ValueEditors* editors_ = nullptr;
+    CellEditor* cellEditor_ = nullptr;
+    ValueList* valueList_ = nullptr;
+    // In run mode 3, when there is a table to edit.
+    TableEditing* editing_ = nullptr;
+    // A button closes the window, so that no change is lost by mistake.
+    bool leaving_ = false;
 };
 
 } // namespace velmo

@@ -59,6 +59,10 @@ void FindCommentRow(RecordSet& variables) {
     variables.FindFirst(QStringLiteral("Valnum = 0"));
 }
 
+void FindTableColumn(RecordSet& variables, int column) {
+    variables.FindFirst(QStringLiteral("Valdis = %1").arg(column));
+}
+
 int TableColumnOfRow(RecordSet& variables, int row) {
     FindVariableRow(variables, row);
     return variables.NoMatch() ? 0 : variables.Integer(u"ValDis");

@@ -31,6 +31,7 @@ RecordSet SelectVariablesNamed(Database& database, const QString& name);
 void FindVariableNumber(RecordSet& variables, int number);
 void FindVariableRow(RecordSet& variables, int row);
 void FindCommentRow(RecordSet& variables);
+void FindTableColumn(RecordSet& variables, int column);
 
 // The column of the dimension table that holds the variable of a row; 0 when there is none.
 int TableColumnOfRow(RecordSet& variables, int row);

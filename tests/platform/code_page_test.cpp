@@ -39,5 +39,28 @@ TEST(CodePage, NamesTheFirstForeignCharacter) {
     EXPECT_THROW(EncodeCodePage(u"한글"), RuntimeError);
 }
 
+TEST(CodePage, TheEncoderAddsWholeTextsOrNothing) {
+    CodePageEncoder encoder;
+    QByteArray bytes = "<";
+    EXPECT_TRUE(encoder.Append(u"M10 ", bytes));
+    EXPECT_TRUE(encoder.Append(u"呼び", bytes));
+    EXPECT_FALSE(encoder.Append(u"10é", bytes));
+    EXPECT_FALSE(encoder.Append(u"\uFFFD", bytes));
+    EXPECT_TRUE(encoder.Append(u"", bytes));
+    EXPECT_TRUE(encoder.Append(u"ｺ>", bytes)) << "an error does not spoil what is written next";
+    EXPECT_EQ(bytes, "<M10 \x8C\xC4\x82\xD1\xBA>");
+}
+
+TEST(CodePage, HalfACharacterIsForeign) {
+    const QString half = QStringLiteral("呼") + QChar(0xD83D);
+    CodePageEncoder encoder;
+    QByteArray bytes;
+    EXPECT_FALSE(encoder.Append(half, bytes));
+    EXPECT_TRUE(encoder.Append(u"呼", bytes));
+    EXPECT_EQ(bytes, "\x8C\xC4");
+    EXPECT_EQ(FirstForeignCharacter(half), QString(QChar(0xD83D)));
+    EXPECT_THROW(EncodeCodePage(half), RuntimeError);
+}
+
 } // namespace
 } // namespace velmo

@@ -101,6 +101,16 @@ TEST(TextFile, LineBreaksAndLongLinesAcrossChunks) {
     EXPECT_TRUE(reader.AtEnd());
 }
 
+TEST(TextFile, BytesOfALineAreNotDecoded) {
+    const TempFolder folder;
+    TextReader reader(folder.Write("t", "\x83\xFD\r\n\xA0\n\x8C\xC4"));
+    EXPECT_EQ(reader.ReadBytes().toByteArray(), "\x83\xFD");
+    EXPECT_EQ(reader.ReadBytes().toByteArray(), "\xA0");
+    EXPECT_EQ(reader.ReadLine(), QStringLiteral("呼"));
+    EXPECT_EQ(reader.LineNumber(), 3);
+    EXPECT_EQ(Failure([&] { reader.ReadBytes(); }), ErrorNumber::InputPastEnd);
+}
+
 TEST(TextFile, AFileThatCannotBeOpenedIsNamed) {
     const TempFolder folder;
     EXPECT_EQ(Failure([&] { TextReader reader(folder.Path("none.txt")); }), ErrorNumber::FileNotFound);

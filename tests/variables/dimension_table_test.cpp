@@ -1,5 +1,7 @@
+#include "platform/files.h"
 #include "symbol_sample.h"
 #include "variables/dimension_table.h"
+#include "variables/other_user.h"
 
 namespace velmo {
 namespace {
@@ -310,6 +312,7 @@ TEST_F(DimensionTableTest, WhenItsTableCannotBeMadeTheHeaderStays) {
     symbol.table = LoadDimensionTable(symbol.state, symbol.count, symbol.variables);
     EXPECT_EQ(Shown(), (Rows{{"", QStringLiteral("呼び"), QStringLiteral("幅"), QStringLiteral("高")}}));
     EXPECT_EQ(symbol.table.rows, 0);
+    EXPECT_FALSE(symbol.table.whole);
     EXPECT_EQ(symbol.NowTable()[1][3], QStringLiteral("2")) << "the variables stay linked";
 }
 
@@ -377,6 +380,54 @@ TEST_F(DimensionTableTest, AFileCutShortAfterRowsIsEditedAsFarAsItGoes) {
     EXPECT_EQ(symbol.table.rows, 2);
     EXPECT_EQ(Shown().size(), 3);
     EXPECT_EQ(Shown()[2], (QStringList{"2", "M12", "110", "21"}));
+}
+
+TEST_F(DimensionTableTest, TellsWhetherTheFileWasReadWhole) {
+    const QStringList whole = SymbolSample::TableLines(columns, {"M10 100   20 ", "M12 110   21 "});
+    for (const std::int16_t mode : {run_mode::VariableInput, run_mode::UserLibrary}) {
+        symbol.state.RunMode = mode;
+        symbol.Load();
+        EXPECT_TRUE(symbol.table.whole) << "no file, nothing to lose";
+        symbol.WriteTableLines(whole);
+        symbol.Load();
+        EXPECT_TRUE(symbol.table.whole);
+        symbol.WriteTableLines(SymbolSample::TableLines(columns, {}));
+        symbol.Load();
+        EXPECT_TRUE(symbol.table.whole) << "a table without rows";
+        for (qsizetype kept = 0; kept < whole.size(); ++kept) {
+            symbol.WriteTableLines(whole.first(kept));
+            symbol.Load();
+            EXPECT_FALSE(symbol.table.whole) << kept;
+        }
+        QFile::remove(NativePath(symbol.folder.Path("S1.PMN")));
+    }
+}
+
+TEST_F(DimensionTableTest, AWrongColumnIndexIsNotTheWholeFile) {
+    symbol.WriteTableLines({"", "2", "1", "V12", "4", "0", "W", "7", "0"});
+    symbol.Load();
+    EXPECT_FALSE(symbol.table.whole) << "what follows reads as a table without rows";
+    EditTable();
+    symbol.Load();
+    EXPECT_FALSE(symbol.table.whole);
+}
+
+TEST_F(DimensionTableTest, AFileThatCannotBeOpenedIsNotRead) {
+    symbol.WriteTable(columns, {"M10 100   20 "});
+    if (!OtherUser::IsPossible())
+        GTEST_SKIP() << "only the superuser can be another user";
+    symbol.Load();
+    ASSERT_TRUE(symbol.table.whole);
+    QFile::setPermissions(NativePath(symbol.folder.Path("S1.PMN")), {});
+    QFile::setPermissions(NativePath(WorkDatabasePath(symbol.state.TempDir)),
+                          QFile::ReadGroup | QFile::WriteGroup);
+    {
+        const OtherUser other(NativePath(symbol.folder.Path()));
+        ASSERT_TRUE(other.Changed());
+        symbol.table = LoadDimensionTable(symbol.state, symbol.count, symbol.variables);
+    }
+    ExpectMessage();
+    EXPECT_FALSE(symbol.table.whole);
 }
 
 } // namespace

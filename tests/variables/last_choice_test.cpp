@@ -117,7 +117,8 @@ TEST_F(LastChoiceTest, ARowThatIsNoNumberIsAnErrorNamingTheKey) {
 TEST_F(LastChoiceTest, IsSavedPerLibrary) {
     symbol.state.TableLast = 7;
     symbol.variables.SetText(2, 1, u"x");
-    SaveLastChoice(symbol.state, settings, symbol.variables);
+    SaveCurrentValues(symbol.state, settings, symbol.variables);
+    SaveLastChoice(symbol.state, settings);
     EXPECT_EQ(settings.Get("SmbTbl1"), QStringLiteral("1"));
     EXPECT_EQ(settings.Get("SmbTbl2"), QStringLiteral("x"));
     EXPECT_EQ(settings.Get("SmbTbl3"), QStringLiteral("3"));
@@ -127,7 +128,8 @@ TEST_F(LastChoiceTest, IsSavedPerLibrary) {
     EXPECT_EQ(settings.Get(keys::UsrLastPDF, "none"), QStringLiteral("none"));
 
     symbol.state.UserLibrary = true;
-    SaveLastChoice(symbol.state, settings, symbol.variables);
+    SaveCurrentValues(symbol.state, settings, symbol.variables);
+    SaveLastChoice(symbol.state, settings);
     EXPECT_EQ(settings.Get("VlmTbl2"), QStringLiteral("x"));
     EXPECT_EQ(settings.Get(keys::UsrTBLLast), QStringLiteral("7"));
     EXPECT_EQ(settings.Get(keys::UsrLastPDF), symbol.state.SymbolFile);

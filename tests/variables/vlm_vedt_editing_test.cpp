@@ -22,8 +22,6 @@ TEST_F(VedtEditingTest, AClickOnTheTableCopiesNothing) {
     EXPECT_EQ(CurrentValues(), (QStringList{"W", "H", "T"}));
     EXPECT_EQ(symbol.state.TableLast, 3);
     EXPECT_EQ(Table()->selectionModel()->selectedIndexes().size(), 1);
-    ClickValue(1);
-    EXPECT_FALSE(CurEdit()->isVisible());
 }
 
 TEST_F(VedtEditingTest, AClickMakesItsCellCurrent) {
@@ -36,20 +34,34 @@ TEST_F(VedtEditingTest, AClickMakesItsCellCurrent) {
     QTest::mouseClick(Table()->verticalHeader()->viewport(), Qt::LeftButton, {},
                       {5, Table()->verticalHeader()->sectionViewportPosition(3) + 10});
     EXPECT_EQ(Table()->Row(), 4);
-    EXPECT_EQ(Table()->Col(), 2);
+    EXPECT_EQ(Table()->SelectedRange(), (CellRange{4, 1, 1, 3})) << "the whole row";
     EXPECT_EQ(symbol.state.TableLast, 4);
 }
 
-TEST_F(VedtEditingTest, KeysOpenNoEditorOverAName) {
+TEST_F(VedtEditingTest, AClickOnANameChangesItEverywhere) {
+    WriteRows();
+    Open();
+    ClickValue(2);
+    ASSERT_TRUE(CurEdit()->isVisible());
+    CurEdit()->setText(QStringLiteral("高さ"));
+    Press(Qt::Key_Return);
+    EXPECT_EQ(CurrentValues(), (QStringList{"W", "高さ", "T"}));
+    EXPECT_EQ(Table()->Cells().Text(0, 3), QStringLiteral("高さ"));
+    EXPECT_FALSE(symbol.folder.Exists("VELMONOW.mdb-journal"));
+}
+
+TEST_F(VedtEditingTest, KeysEditANameToo) {
     WriteRows();
     Open();
     Variables()->setFocus();
     for (const Qt::Key key : {Qt::Key_Return, Qt::Key_F2, Qt::Key_A}) {
         Press(key);
-        EXPECT_FALSE(CurEdit()->isVisible());
+        EXPECT_TRUE(CurEdit()->isVisible());
         EXPECT_FALSE(CurCmb()->isVisible());
+        Press(Qt::Key_Escape);
+        EXPECT_FALSE(CurEdit()->isVisible());
     }
-    EXPECT_TRUE(window->isVisible());
+    EXPECT_EQ(CurrentValues(), (QStringList{"W", "H", "T"}));
 }
 
 TEST_F(VedtEditingTest, NothingIsMeasured) {
@@ -84,7 +96,15 @@ TEST_F(VedtEditingTest, OkAsksForAMissingName) {
     EXPECT_EQ(CurEdit()->geometry(), Variables()->CellRect(2, 1));
     EXPECT_FALSE(symbol.folder.Exists("velmo.ret"));
     Type("B");
+    // The name is a change of the table, which has an empty row yet.
+    messages.Expect("値を入力してください。");
     ClickButton("Vedt_OKBtn");
+    EXPECT_TRUE(window->isVisible());
+    EXPECT_EQ(Table()->Row(), 1);
+    EXPECT_EQ(Table()->Col(), 1);
+    EXPECT_EQ(CurEdit()->parent(), Table()->viewport());
+    EXPECT_EQ(Setting("VlmTbl2"), QStringLiteral("none"));
+    EXPECT_EQ(Setting("SmbTbl2"), QStringLiteral("B"));
     EXPECT_EQ(symbol.folder.Read("velmo.ret"), "2\r\nV1\r\nA\r\nV2\r\nB\r\n");
 }
 

@@ -53,7 +53,7 @@ TEST_F(VedtOpeningTest, TheVariableGridHasItsPlaceInEveryMode) {
         Open();
         const QRect place(TwipsToPixels(120), TwipsToPixels(600), TwipsToPixels(3860), TwipsToPixels(2775));
         EXPECT_EQ(Variables()->geometry(), place);
-        EXPECT_EQ(Variables()->mapTo(window.get(), QPoint()), place.topLeft());
+        EXPECT_EQ(Variables()->mapTo(window->centralWidget(), QPoint()), place.topLeft());
         EXPECT_EQ(Variables()->columnWidth(0), TwipsToPixels(1750));
         EXPECT_EQ(Variables()->columnWidth(1), TwipsToPixels(1750));
     }

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QFile>
+
+namespace velmo {
+
+// A file that is written and finished under a name of its own before it takes the place of another. As long
+// as it does not, it is deleted in the end. Paths are the operating system's. What fails leaves its reason in
+// errno.
+class WorkFile {
+public:
+    // Overwrites what a killed run left, but neither what another program is writing nor, by way of a link,
+    // another file; then it is not open.
+    explicit WorkFile(const QString& path);
+    ~WorkFile();
+    WorkFile(const WorkFile&) = delete;
+    WorkFile& operator=(const WorkFile&) = delete;
+
+    bool IsOpen() const { return file_.isOpen(); }
+    const QString& Path() const { return path_; }
+    // Those of another file, if it exists, as far as the file system lets it have them.
+    void TakePermissions(const QString& other);
+    bool Write(const QByteArray& bytes);
+    // The bytes are on the disk, and the file can be renamed.
+    bool Finish();
+    // It has this name now, which is to outlast a loss of power too.
+    void Renamed(const QString& name);
+
+private:
+    QString path_;
+    QFile file_;
+    bool mine_ = false;
+};
+
+} // namespace velmo

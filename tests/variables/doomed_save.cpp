@@ -1,0 +1,37 @@
+#include "platform/runtime_error.h"
+#include "support/counted_calls.h"
+#include "variables/dimension_table.h"
+#include "variables/symbol_definition.h"
+#include "variables/table_file.h"
+
+#include <QCoreApplication>
+
+#include <cstdio>
+
+// Saves a symbol's table with 99 in its first cell, and meets a fate at one of its calls of the file system.
+// The calls that it survives are told line by line. Exit status: 0 saved, 1 an error, 2 no work file.
+int main(int argc, char** argv) {
+    using namespace velmo;
+    const QCoreApplication application(argc, argv);
+    const QStringList arguments = QCoreApplication::arguments();
+    GlobalState state;
+    state.RunMode = run_mode::UserLibrary;
+    state.TempDir = arguments.at(1);
+    state.SymbolFile = arguments.at(2);
+    try {
+        GridCells variables{GridCells::FirstColumn::Texts};
+        variables.SetCols(2);
+        const std::int16_t count = ReadSymbolDefinition(state, variables, [](const QString&) {});
+        DimensionTable table = LoadDimensionTable(state, count, variables);
+        table.cells.SetText(1, 1, u"99");
+        bool workFile = true;
+        CountCalls(arguments.at(4).toLong(),
+                   arguments.at(3) == QStringLiteral("kill") ? CallFate::Killed : CallFate::Failed);
+        const bool saved = SaveDimensionTable(state, table.cells, [&](const QString&) { workFile = false; });
+        for (const std::string& call : CountedCalls())
+            std::puts(call.c_str());
+        return saved && workFile ? 0 : 2;
+    } catch (const RuntimeError&) {
+        return 1;
+    }
+}
