@@ -128,10 +128,16 @@ GridCells::ColumnStore TableEditor::DropColumn(int column) {
     return store;
 }
 
-void TableEditor::PutTexts(const CellRange& range, const std::vector<CellRow>& texts) {
+void TableEditor::SwapTexts(const CellRange& range, std::vector<CellRow>& texts) {
     for (int row = 0; row < range.rows; ++row) {
+        CellRow& other = texts[size_t(row)];
+        CellRow now;
         for (int column = 0; column < range.columns; ++column)
-            table_.cells.SetText(range.row + row, range.column + column, texts[size_t(row)].Text(column));
+            now.Append(table_.cells.TextView(range.row + row, range.column + column));
+        for (int column = 0; column < range.columns; ++column)
+            table_.cells.SetText(range.row + row, range.column + column, other.Text(column));
+        now.Squeeze();
+        other = std::move(now);
     }
     Q_EMIT TextsChanged(range);
     Q_EMIT Went(range.row, range.column);
@@ -190,26 +196,21 @@ void TableEditor::Rename(int variableRow, int column, const QString& name) {
 
 void TableEditor::EnterTexts(const CellRange& range, const std::vector<QStringList>& texts,
                              const QString& step) {
-    std::vector<CellRow> before;
-    std::vector<CellRow> after;
-    before.reserve(size_t(range.rows));
-    after.reserve(size_t(range.rows));
+    // Of the old and the new texts the step keeps those that the cells do not have.
+    auto others = std::make_shared<std::vector<CellRow>>();
+    others->reserve(size_t(range.rows));
     bool changes = false;
     for (int row = 0; row < range.rows; ++row) {
-        CellRow old;
-        for (int column = 0; column < range.columns; ++column) {
-            const QStringView text = table_.cells.TextView(range.row + row, range.column + column);
-            old.Append(text);
-            changes = changes || text != texts[size_t(row)][column];
-        }
-        before.push_back(std::move(old));
-        after.push_back(Packed(texts[size_t(row)]));
+        const QStringList& line = texts[size_t(row)];
+        others->push_back(Packed(line));
+        for (int column = 0; column < range.columns; ++column)
+            changes =
+                table_.cells.TextView(range.row + row, range.column + column) != line[column] || changes;
     }
     if (!changes)
         return;
-    Do(
-        step, [=, this, after = std::move(after)] { PutTexts(range, after); },
-        [=, this, before = std::move(before)] { PutTexts(range, before); });
+    const auto swap = [=, this] { SwapTexts(range, *others); };
+    Do(step, swap, swap);
 }
 
 std::vector<QStringList> TableEditor::Texts(const CellRange& range) const {

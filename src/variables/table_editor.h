@@ -102,7 +102,8 @@ private:
     CellRow DropRow(int row);
     void PutColumn(int column, GridCells::ColumnStore store);
     GridCells::ColumnStore DropColumn(int column);
-    void PutTexts(const CellRange& range, const std::vector<CellRow>& texts);
+    // The texts become those that the cells had.
+    void SwapTexts(const CellRange& range, std::vector<CellRow>& texts);
 
     QString folder_;
     DimensionTable& table_;
