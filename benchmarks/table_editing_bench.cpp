@@ -11,6 +11,7 @@
 
 #include <QCoreApplication>
 #include <QHeaderView>
+#include <QStringConverter>
 
 #include <cstdio>
 #include <fcntl.h>
@@ -50,6 +51,7 @@ struct EditedTable {
         QObject::connect(editor.get(), &TableEditor::Went, grid.get(), [this](int row, int column) {
             grid->SetCurrentCell(row > 0 ? row : grid->Row(), column > 0 ? column : grid->Col());
         });
+        QObject::connect(editor.get(), &TableEditor::WentTo, grid.get(), &Grid::SelectRange);
         grid->resize(ViewSize);
         grid->show();
     }

@@ -190,6 +190,15 @@ void Grid::StepCell(int step) {
     SetCurrentCell(row, column);
 }
 
+void Grid::SelectRange(const CellRange& range) {
+    const QModelIndex first = model_->IndexOf(range.row, range.column);
+    const QModelIndex last = model_->IndexOf(range.row + range.rows - 1, range.column + range.columns - 1);
+    if (!first.isValid() || !last.isValid())
+        return;
+    SetCurrentCell(range.row, range.column);
+    SelectBlock(first, last);
+}
+
 CellRange Grid::SelectedRange() const {
     if (!currentIndex().isValid())
         return {0, 0, 0, 0};
@@ -230,6 +239,11 @@ void Grid::WantHeaderMenu(Qt::Orientation header, int section, const QPoint& pla
     const QModelIndex index = row ? model_->index(section, qMax(0, currentIndex().column()))
                                   : model_->index(qMax(0, currentIndex().row()), section);
     MakeCurrentInPlace(index);
+    // What the menu's commands work on is seen.
+    if (index.isValid())
+        SelectBlock(row ? model_->index(section, 0) : model_->index(0, section),
+                    row ? model_->index(section, model_->columnCount() - 1)
+                        : model_->index(model_->rowCount() - 1, section));
     Q_EMIT HeaderMenuWanted(row ? section + 1 : 0, row ? 0 : section + FirstColumn(), place);
 }
 
@@ -277,6 +291,7 @@ bool Grid::EditingKey(const QKeyEvent& event) {
         const bool forward = event.key() == Qt::Key_Tab;
         // With Ctrl it leaves the cells, which Tab alone does not.
         if (control)
+            // NOLINTNEXTLINE(bugprone-parent-virtual-call): that of the view would go from cell to cell.
             QWidget::focusNextPrevChild(forward);
         else
             StepCell(forward ? 1 : -1);
@@ -303,6 +318,9 @@ void Grid::keyPressEvent(QKeyEvent* event) {
                            event->key() == Qt::Key_F2 || (event->key() == Qt::Key_Space && !editable_);
     if (activates && Row() > 0) {
         Q_EMIT CellActivated(Row(), Col());
+    } else if (activates && editable_) {
+        // There is nothing to edit, and the key must not press a button of the window instead.
+        event->accept();
     } else if (event->key() == Qt::Key_Escape) {
         Q_EMIT EscapePressed();
     } else if (StartsTyping(*event)) {
@@ -353,10 +371,14 @@ void Grid::mouseDoubleClickEvent(QMouseEvent* event) {
 }
 
 void Grid::contextMenuEvent(QContextMenuEvent* event) {
-    if (editable_ && event->reason() == QContextMenuEvent::Keyboard)
-        WantColumnMenuByKey();
-    else
+    if (!editable_) {
         QTableView::contextMenuEvent(event);
+        return;
+    }
+    if (event->reason() == QContextMenuEvent::Keyboard)
+        WantColumnMenuByKey();
+    else if (indexAt(event->pos()).isValid())
+        Q_EMIT CellMenuWanted(event->globalPos());
 }
 
 void Grid::WantColumnMenuByKey() {

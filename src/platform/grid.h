@@ -48,6 +48,8 @@ public:
     void ShowColumn(int column);
     // Goes to the next cell (1) or the one before (-1), from row to row; there is none beyond the outermost.
     void StepCell(int step);
+    // The first cell of the range becomes current, and all of them selected.
+    void SelectRange(const CellRange& range);
     // The smallest range that holds the selected cells; the current cell by itself when none is selected, and
     // all 0 without a current cell.
     CellRange SelectedRange() const;
@@ -72,6 +74,8 @@ Q_SIGNALS:
     void EscapePressed();
     // Delete or Backspace where cells are edited.
     void DeletePressed();
+    // A right click on a cell where cells are edited; the cell is current, or one of those selected.
+    void CellMenuWanted(const QPoint& place);
     // A right click on a column's header (row 0) or a row's number (column 0), or the menu key, which means
     // the current column. The column or row is current by now, the place that of the menu on the screen.
     void HeaderMenuWanted(int row, int column, const QPoint& place);

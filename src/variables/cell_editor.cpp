@@ -189,7 +189,7 @@ bool CellEditor::eventFilter(QObject* watched, QEvent* event) {
         const auto& key = *static_cast<QKeyEvent*>(event);
         // While the editor is open its keys belong to no button or menu.
         if (IsEnter(key) || key.key() == Qt::Key_Escape || IsRedo(key) ||
-            key.matches(QKeySequence::DeleteEndOfWord)) {
+            key.matches(QKeySequence::DeleteEndOfWord) || key.key() == Qt::Key_Insert) {
             event->accept();
             return true;
         }

@@ -69,7 +69,7 @@ public:
             RequireReadError(error);
             ended = false;
         }
-        table.whole = table.whole && ended;
+        table.whole = table.whole && ended && !leftOver_;
         table.rows = std::int16_t(rows_.Count());
         rows_.MoveInto(table.cells);
         if (ended && table.rows == 0)
@@ -143,6 +143,8 @@ private:
                 progress_(file.Position(), file.Size());
             ReadRow(file.ReadLine(), records);
         }
+        while (!file.AtEnd() && !leftOver_)
+            leftOver_ = !TrimBlanks(file.ReadLine()).isEmpty();
     }
 
     void ReadRow(const QString& line, RecordSet& records) {
@@ -162,6 +164,7 @@ private:
                 shown->Append(value);
         }
         records.Update();
+        leftOver_ = leftOver_ || !TrimBlanks(QStringView(line).mid(qMin(start, line.size()))).isEmpty();
         if (shown)
             shown->Squeeze();
     }
@@ -174,6 +177,8 @@ private:
     std::vector<std::int16_t> widths_;
     QString definition_ = QStringLiteral("ValID COUNTER");
     RowGroups rows_;
+    // The file holds something behind its columns or rows.
+    bool leftOver_ = false;
 };
 
 // A table of one empty row: the nominal column first, then a column for each variable.

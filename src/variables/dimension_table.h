@@ -12,7 +12,8 @@ struct DimensionTable {
     GridCells cells{GridCells::FirstColumn::RowNumbers};
     // Rows that can be chosen; 0 when the grid is a message or a header alone.
     std::int16_t rows = 0;
-    // False when a table file is there and not all that it counts was read.
+    // False when a table file is there that could not be read to its end, or that holds more than its columns
+    // and rows.
     bool whole = true;
 };
 

@@ -65,7 +65,7 @@ void TableCommands::AddTo(QMenu& columns, QMenu& rows) {
     AddToMenu(columns, "VedtMnuColRen", Kind::Rename, Target::Column, Qt::SHIFT | Qt::Key_F2);
     AddToMenu(rows, "VedtMnuRowAdd", Kind::Add, Target::Row, Qt::ALT | Qt::Key_Insert);
     AddToMenu(rows, "VedtMnuRowIns", Kind::Insert, Target::Row, Qt::Key_Insert);
-    AddToMenu(rows, "VedtMnuRowCpy", Kind::Copy, Target::Row, Qt::CTRL | Qt::Key_D);
+    AddToMenu(rows, "VedtMnuRowCpy", Kind::Copy, Target::Row, Qt::CTRL | Qt::SHIFT | Qt::Key_D);
     AddToMenu(rows, "VedtMnuRowDel", Kind::Delete, Target::Row, Qt::CTRL | Qt::Key_Delete);
     AddToMenu(rows, "VedtMnuRowAft", Kind::After, Target::Row, Qt::ALT | Qt::Key_Down);
     AddToMenu(rows, "VedtMnuRowBef", Kind::Before, Target::Row, Qt::ALT | Qt::Key_Up);
@@ -89,7 +89,10 @@ void TableCommands::Update() {
 }
 
 int TableCommands::CurrentPlace(Target target) const {
-    return target == Target::Column ? grid_.Col() : grid_.Row();
+    if (target == Target::Row)
+        return grid_.Row();
+    // Without a row no cell tells the column.
+    return grid_.Row() > 0 ? grid_.Col() : editor_.DataColumns();
 }
 
 bool TableCommands::IsPossible(Kind kind, Target target, int place) const {

@@ -1,6 +1,7 @@
 #include "variables/table_editing.h"
 
 #include "platform/guarded.h"
+#include "platform/numbers.h"
 #include "platform/text_folding.h"
 #include "variables/cell_block.h"
 #include "variables/table_file.h"
@@ -11,6 +12,7 @@
 #include <QMainWindow>
 #include <QMenuBar>
 #include <QScopeGuard>
+#include <QScopedValueRollback>
 
 namespace velmo {
 
@@ -57,21 +59,30 @@ void TableEditing::ConnectGrid() {
     connect(&editor_, &TableEditor::ColumnsRemoved, &grid_, &Grid::ColumnsRemoved);
     connect(&editor_, &TableEditor::ColumnsSwapped, &grid_, &Grid::ColumnsSwapped);
     connect(&editor_, &TableEditor::TextsChanged, &grid_, &Grid::RangeChanged);
-    connect(&editor_, &TableEditor::NameChanged, ui_.Vedt_NowFGrid, &Grid::TextsChanged);
+    connect(&editor_, &TableEditor::NameChanged, this, [this](int variableRow) {
+        ui_.Vedt_NowFGrid->TextsChanged();
+        if (!entering_)
+            ui_.Vedt_NowFGrid->SetCurrentCell(variableRow, 1);
+    });
     connect(&editor_, &TableEditor::Went, this, &TableEditing::GoTo);
+    connect(&editor_, &TableEditor::WentTo, this, &TableEditing::GoToTexts);
 
-    connect(&grid_, &Grid::CellActivated, this, &TableEditing::EditCell);
-    connect(&grid_, &Grid::TypingStarted, this, [this](QEvent* event) {
-        EditCell(grid_.Row(), grid_.Col());
+    const auto editCell = [this](int row, int column) {
+        RunGuarded(messages_, &window_, [&] { EditCell(row, column); });
+    };
+    connect(&grid_, &Grid::CellActivated, this, editCell);
+    connect(&grid_, &Grid::TypingStarted, this, [this, editCell](QEvent* event) {
+        editCell(grid_.Row(), grid_.Col());
         cellEditor_.StartTyping(event);
     });
+    connect(&grid_, &Grid::CellMenuWanted, this, &TableEditing::ShowCellMenu);
     connect(&grid_, &Grid::DeletePressed, this,
             [this] { RunGuarded(messages_, &window_, [this] { Clear(); }); });
     connect(&grid_, &Grid::HeaderMenuWanted, &commands_, &TableCommands::ShowPopUp);
     connect(grid_.selectionModel(), &QItemSelectionModel::currentChanged, this, &TableEditing::UpdateActions);
 
     connect(&commands_, &TableCommands::Starting, this, &TableEditing::Settle);
-    connect(&commands_, &TableCommands::CellEditingWanted, this, &TableEditing::EditCell);
+    connect(&commands_, &TableCommands::CellEditingWanted, this, editCell);
     connect(&commands_, &TableCommands::VariableChoiceWanted, this, &TableEditing::ChooseVariable);
     connect(&choice_, &VariableChoice::Chosen, this, [this](int variableRow) {
         RunGuarded(messages_, &window_, [&] {
@@ -82,6 +93,7 @@ void TableEditing::ConnectGrid() {
     });
     connect(&choice_, &VariableChoice::Cancelled, this, [this] {
         editor_.CloseColumn();
+        GoTo(0, qMin(grid_.Col(), editor_.DataColumns()));
         grid_.setFocus();
     });
 }
@@ -114,13 +126,20 @@ void TableEditing::BuildMenu() {
     redo_ = AddAction(*edit, "VedtMnuEditRedo", {}, {}, &TableEditing::Redo);
     redo_->setShortcuts({Qt::CTRL | Qt::Key_Y, Qt::CTRL | Qt::SHIFT | Qt::Key_Z});
     edit->addSeparator();
-    AddAction(*edit, "VedtMnuEditCut", QStringLiteral("切り取り(&T)"), QKeySequence::Cut, &TableEditing::Cut);
-    AddAction(*edit, "VedtMnuEditCopy", QStringLiteral("コピー(&C)"), QKeySequence::Copy,
-              &TableEditing::Copy);
-    AddAction(*edit, "VedtMnuEditPaste", QStringLiteral("貼り付け(&P)"), QKeySequence::Paste,
-              &TableEditing::Paste);
+    QAction* cut = AddAction(*edit, "VedtMnuEditCut", QStringLiteral("切り取り(&T)"), {}, &TableEditing::Cut);
+    QAction* copy =
+        AddAction(*edit, "VedtMnuEditCopy", QStringLiteral("コピー(&C)"), {}, &TableEditing::Copy);
+    QAction* paste =
+        AddAction(*edit, "VedtMnuEditPaste", QStringLiteral("貼り付け(&P)"), {}, &TableEditing::Paste);
+    cut->setShortcuts(QKeySequence::Cut);
+    copy->setShortcuts(QKeySequence::Copy);
+    paste->setShortcuts(QKeySequence::Paste);
     // The grid hears the key itself, so that it stays an editor's own while one is open.
-    AddAction(*edit, "VedtMnuEditClear", QStringLiteral("クリア(&L)\tDel"), {}, &TableEditing::Clear);
+    QAction* clear =
+        AddAction(*edit, "VedtMnuEditClear", QStringLiteral("クリア(&L)\tDel"), {}, &TableEditing::Clear);
+    KeepToGrid({cut, copy, paste});
+    cellMenu_.addActions({cut, copy, paste, clear});
+    cellMenu_.setObjectName(QStringLiteral("VedtCellPop"));
     edit->addSeparator();
     AddAction(*edit, "VedtMnuEditFind", QStringLiteral("検索(&F)..."), QKeySequence::Find,
               &TableEditing::OpenFind);
@@ -133,6 +152,18 @@ void TableEditing::BuildMenu() {
     QMenu* rows = window_.menuBar()->addMenu(QStringLiteral("行(&W)"));
     rows->setObjectName(QStringLiteral("VedtMnuRow"));
     commands_.AddTo(*columns, *rows);
+    KeepToGrid(columns->actions() + rows->actions());
+}
+
+void TableEditing::KeepToGrid(const QList<QAction*>& actions) {
+    for (QAction* action : actions)
+        action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+    grid_.addActions(actions);
+}
+
+void TableEditing::ShowCellMenu(const QPoint& position) {
+    Settle();
+    cellMenu_.popup(position);
 }
 
 void TableEditing::UpdateActions() {
@@ -146,7 +177,15 @@ void TableEditing::UpdateActions() {
 }
 
 void TableEditing::GoTo(int row, int column) {
+    // A click elsewhere ended the entry, and what it hit must not move away under it.
+    if (entering_)
+        return;
     grid_.SetCurrentCell(row > 0 ? row : grid_.Row(), column > 0 ? column : grid_.Col());
+}
+
+void TableEditing::GoToTexts(const CellRange& range) {
+    if (!entering_)
+        grid_.SelectRange(range);
 }
 
 void TableEditing::Settle() {
@@ -173,8 +212,10 @@ void TableEditing::ChooseVariable(int column) {
 }
 
 void TableEditing::Enter(const Grid& grid, int row, int column, const QString& text) {
+    const QScopedValueRollback entering(entering_, true);
     if (&grid == &grid_)
-        editor_.EnterText(row, column, text);
+        // The file keeps no blanks around a value.
+        editor_.EnterText(row, column, row > 0 ? TrimBlanks(text).toString() : text);
     else if (column == 1)
         editor_.EnterName(row, text);
 }
@@ -241,9 +282,9 @@ bool TableEditing::MayLeaveOut(const TableColumns& columns) {
     for (const int column : ColumnsWithoutVariable(columns))
         names << QStringLiteral("%1 列目 (%2)").arg(column).arg(table_.cells.Text(0, column));
     return names.isEmpty() ||
-           messages_.Ask(&window_,
-                         QStringLiteral("変数のない列は保存されません: %1\n\n保存してよろしいですか")
-                             .arg(names.join(QStringLiteral("、"))));
+           messages_.Ask(&window_, QStringLiteral("変数のない列は保存されず、その後の表も次からは読めなくなり"
+                                                  "ます: %1\n\nこのまま保存してよろしいですか")
+                                       .arg(names.join(QStringLiteral("、"))));
 }
 
 bool TableEditing::MayReplaceFile() {
@@ -253,7 +294,7 @@ bool TableEditing::MayReplaceFile() {
                                                        "\n\n置き換えてよろしいですか")))
         return false;
     return table_.whole ||
-           messages_.Ask(&window_, path + QStringLiteral(" は、途中までしか読めませんでした。"
+           messages_.Ask(&window_, path + QStringLiteral(" には、読めなかった部分があります。"
                                                          "\n\n表示されている内容で置き換えてよろしいですか"));
 }
 
@@ -268,8 +309,19 @@ bool TableEditing::Save() {
     if (!CheckTableGrid() || !ShowFault(FindTableFault(columns, table_.cells)) || !MayLeaveOut(columns) ||
         !MayReplaceFile())
         return false;
-    return SaveDimensionTable(state_, table_.cells,
-                              [this](const QString& text) { messages_.Inform(&window_, text); });
+    if (!editor_.IsInStep()) {
+        messages_.Inform(&window_,
+                         QStringLiteral("作業データベースがほかで作り直されたため、保存できません。\n\n"
+                                        "同じ作業フォルダーで、ほかの Velmo が開かれていませんか。"));
+        return false;
+    }
+    if (!SaveDimensionTable(state_, table_.cells,
+                            [this](const QString& text) { messages_.Inform(&window_, text); }))
+        return false;
+    editor_.History().setClean();
+    stamp_ = TableFileStamp(DimensionTablePath(state_.SymbolFile));
+    table_.whole = true;
+    return true;
 }
 
 void TableEditing::Paste() {
@@ -291,7 +343,7 @@ void TableEditing::Paste() {
     std::vector<QStringList> texts(size_t(targets.cells.rows));
     for (int row = 0; row < targets.cells.rows; ++row) {
         for (int column = 0; column < targets.cells.columns; ++column)
-            texts[size_t(row)] << PastedText(block, row, column);
+            texts[size_t(row)] << TrimBlanks(PastedText(block, row, column)).toString();
     }
     editor_.EnterTexts(targets.cells, texts, QStringLiteral("貼り付け"));
 }

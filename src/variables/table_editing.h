@@ -50,9 +50,13 @@ private:
                        void (TableEditing::*run)());
     void UpdateActions();
 
+    // The actions work from the keyboard only while the table has the focus.
+    void KeepToGrid(const QList<QAction*>& actions);
+    void ShowCellMenu(const QPoint& position);
     void EditCell(int row, int column);
     void ChooseVariable(int column);
     void GoTo(int row, int column);
+    void GoToTexts(const CellRange& range);
 
     void Undo();
     void Redo();
@@ -83,6 +87,9 @@ private:
     TableCommands commands_;
     TableStatus status_;
     VariableChoice choice_;
+    QMenu cellMenu_;
+    // What is entered now is the user's own and in sight.
+    bool entering_ = false;
     QAction* undo_ = nullptr;
     QAction* redo_ = nullptr;
 };

@@ -49,6 +49,11 @@ const TableVariable* TableEditor::VariableOf(int column) const {
     return index < 0 ? nullptr : &variables_[size_t(index)];
 }
 
+bool TableEditor::IsInStep() const {
+    Database database = OpenWorkDatabase(folder_, Database::Access::Read);
+    return ReadTableVariables(database) == variables_;
+}
+
 std::vector<TableVariable> TableEditor::HiddenVariables() const {
     std::vector<TableVariable> hidden;
     for (const TableVariable& variable : variables_) {
@@ -140,7 +145,7 @@ void TableEditor::SwapTexts(const CellRange& range, std::vector<CellRow>& texts)
         other = std::move(now);
     }
     Q_EMIT TextsChanged(range);
-    Q_EMIT Went(range.row, range.column);
+    Q_EMIT WentTo(range);
 }
 
 void TableEditor::EnterText(int row, int column, const QString& text) {

@@ -29,6 +29,8 @@ public:
     int DataRows() const { return table_.rows; }
     int DataColumns() const { return table_.cells.Cols() - 1; }
     // The variable that a column shows; null for a column without one.
+    // False when NowTable is no longer what this editor made of it.
+    bool IsInStep() const;
     const TableVariable* VariableOf(int column) const;
     // The variables that the table does not show yet, in the order of NowTable.
     std::vector<TableVariable> HiddenVariables() const;
@@ -73,6 +75,8 @@ Q_SIGNALS:
     void NameChanged(int variableRow);
     // A step was done, undone or redone here; row 0 for a column as a whole, column 0 for a row.
     void Went(int row, int column);
+    // The same for texts that were entered.
+    void WentTo(const CellRange& range);
 
 private:
     // What of NowTable an action changes: the variables before and after it.

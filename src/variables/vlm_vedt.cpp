@@ -91,7 +91,7 @@ void VLM_VEDT::ConnectControls() {
     connect(cellEditor_, &CellEditor::TextEntered, this,
             guarded([this](Grid* grid, int row, int column, const QString& text) {
                 if (editing_)
-                    editing_->Enter(*grid, row, column, text);
+                    EnterInTable(*grid, row, column, text);
                 else
                     EnterText(row, column, text);
             }));
@@ -207,11 +207,20 @@ void VLM_VEDT::ChooseTableRow(int row) {
         QStringLiteral("寸法表の %1 行目 (%2) の値を入れました。").arg(row).arg(table_.cells.Text(row, 1)));
 }
 
-void VLM_VEDT::SettleEditors() {
+void VLM_VEDT::EnterInTable(const Grid& grid, int row, int column, const QString& text) {
+    entryFailed_ = true;
+    editing_->Enter(grid, row, column, text);
+    entryFailed_ = false;
+}
+
+// False when what was being edited could not be entered.
+bool VLM_VEDT::SettleEditors() {
+    entryFailed_ = false;
     if (editing_)
         editing_->Settle();
     cellEditor_->Settle();
     valueList_->Close();
+    return !entryFailed_;
 }
 
 void VLM_VEDT::OpenValueEditor(int row, ValueList::Unfold unfold) {
@@ -287,7 +296,8 @@ bool VLM_VEDT::CheckCharacters() {
 }
 
 bool VLM_VEDT::MayAnswer() {
-    SettleEditors();
+    if (!SettleEditors())
+        return false;
     const bool tableChanged = editing_ && editing_->IsChanged();
     return CheckVariableGrid() && CheckCharacters() && (!tableChanged || editing_->CheckCharacters());
 }
@@ -346,7 +356,10 @@ void VLM_VEDT::BackToTree() {
 
 // The close box says nothing about changes to the table.
 void VLM_VEDT::closeEvent(QCloseEvent* event) {
-    SettleEditors();
+    if (!SettleEditors()) {
+        event->ignore();
+        return;
+    }
     const bool losesChanges = !leaving_ && editing_ && editing_->IsChanged();
     if (losesChanges &&
         !messages_.Ask(this,

@@ -47,7 +47,8 @@ private:
     ValueGrids Values();
     void ChooseTableRow(int row);
     void ShowChosenRow();
-    void SettleEditors();
+    bool SettleEditors();
+    void EnterInTable(const Grid& grid, int row, int column, const QString& text);
     void OpenValueEditor(int row, ValueList::Unfold unfold);
     void ActivateVariable(int row);
     void ApplyDropDown(int row, const QString& value);
@@ -81,6 +82,8 @@ private:
     TableEditing* editing_ = nullptr;
     // A button closes the window, so that no change is lost by mistake.
     bool leaving_ = false;
+    // The text of an editor could not be entered; the user has been told.
+    bool entryFailed_ = false;
 };
 
 } // namespace velmo

@@ -256,6 +256,23 @@ void VelmoRun::Drag(const QString& control, const QPoint& by) {
     Do({{"do", "drag"}, {"name", control}, {"by", QJsonArray{by.x(), by.y()}}});
 }
 
+void VelmoRun::Drag(const QString& view, const Item& from, const Item& to) {
+    const auto middle = [&](const Item& item) {
+        const QJsonArray rect = Describe(view, item)["rect"].toArray();
+        return QRect(rect[0].toInt(), rect[1].toInt(), rect[2].toInt(), rect[3].toInt()).center();
+    };
+    const QPoint by = middle(to) - middle(from);
+    Do({{"do", "drag"}, {"name", view}, {"at", from.Address()}, {"by", QJsonArray{by.x(), by.y()}}});
+}
+
+void VelmoRun::DragColumnBorder(const QString& view, int section, int by) {
+    Do({{"do", "drag"}, {"name", view}, {"border", section}, {"by", QJsonArray{by, 0}}});
+}
+
+void VelmoRun::DoubleClickColumnBorder(const QString& view, int section) {
+    Do(With(With(ClickOn(view), "border", section), "double", true));
+}
+
 void VelmoRun::ClickMenu(const QString& action) {
     const QStringList path = Strings(Do({{"do", "menuPath"}, {"name", action}}));
     if (path.isEmpty())
@@ -284,6 +301,14 @@ void VelmoRun::Press(const QString& key) {
 
 void VelmoRun::Type(const QString& text) {
     Do({{"do", "type"}, {"text", text}});
+}
+
+QString VelmoRun::Clipboard() {
+    return Do({{"do", "clipboard"}}).toString();
+}
+
+void VelmoRun::SetClipboard(const QString& text) {
+    Do({{"do", "setClipboard"}, {"text", text}});
 }
 
 Message VelmoRun::WaitForMessage() {

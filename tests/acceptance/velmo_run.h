@@ -66,7 +66,7 @@ public:
     // The named control that has the keyboard focus.
     QString Focus();
     QStringList Panels(const QString& statusBar);
-    // text, enabled, visible, checked, checkable, shown
+    // text, shortcuts, enabled, visible, checked, checkable, shown
     QJsonObject Action(const QString& name);
     QStringList ComboItems(const QString& combo);
 
@@ -98,6 +98,11 @@ public:
     void ClickRowHeader(const QString& view, int section);
     void RightClickRowHeader(const QString& view, int section);
     void Drag(const QString& control, const QPoint& by);
+    // From the middle of a cell to that of another.
+    void Drag(const QString& view, const Item& from, const Item& to);
+    // The right border of a column's header.
+    void DragColumnBorder(const QString& view, int section, int by);
+    void DoubleClickColumnBorder(const QString& view, int section);
     // Through the menu bar, opening menu after menu.
     void ClickMenu(const QString& action);
     // Where it is shown now: in an open menu or as a tool-bar button.
@@ -107,6 +112,10 @@ public:
     // A key with its modifiers: "Return", "Ctrl+C", "Shift+Tab".
     void Press(const QString& key);
     void Type(const QString& text);
+
+    // --- the clipboard that the program shares with others
+    QString Clipboard();
+    void SetClipboard(const QString& text);
 
     // --- message boxes
     // Waits for the next box, whatever it says.

@@ -403,6 +403,22 @@ TEST_F(DimensionTableTest, TellsWhetherTheFileWasReadWhole) {
     }
 }
 
+TEST_F(DimensionTableTest, WhatStandsBehindColumnsAndRowsIsNotRead) {
+    const QStringList whole = SymbolSample::TableLines(columns, {"M10 100   20 ", "M12 110   21 "});
+    const auto isWhole = [this](const QStringList& lines) {
+        symbol.WriteTableLines(lines);
+        symbol.Load();
+        return symbol.table.whole;
+    };
+    EXPECT_TRUE(isWhole(whole + QStringList{"", "   "})) << "blanks are nothing";
+    EXPECT_FALSE(isWhole(whole + QStringList{"", "M16 120   22 "}));
+    QStringList longer = whole;
+    longer[longer.size() - 2] += QStringLiteral("   ");
+    EXPECT_TRUE(isWhole(longer));
+    longer[longer.size() - 2] += QStringLiteral("x");
+    EXPECT_FALSE(isWhole(longer));
+}
+
 TEST_F(DimensionTableTest, AWrongColumnIndexIsNotTheWholeFile) {
     symbol.WriteTableLines({"", "2", "1", "V12", "4", "0", "W", "7", "0"});
     symbol.Load();

@@ -431,6 +431,8 @@ TEST_F(TableEditorTest, TellsWhereAStepWent) {
     QList<QPair<int, int>> went;
     QObject::connect(&Editor(), &TableEditor::Went, &Editor(),
                      [&](int row, int column) { went << qMakePair(row, column); });
+    QObject::connect(&Editor(), &TableEditor::WentTo, &Editor(),
+                     [&](const CellRange& range) { went << qMakePair(range.row, range.column); });
     const auto expect = [&](auto&& action, const QPair<int, int>& done, const QPair<int, int>& undone) {
         went.clear();
         action();

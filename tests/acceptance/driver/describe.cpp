@@ -119,7 +119,12 @@ QJsonValue PropertyValue(const QWidget* widget, const QString& property) {
 }
 
 QJsonObject DescribeAction(QAction* action) {
+    QJsonArray shortcuts;
+    const QList<QKeySequence> sequences = action->shortcuts();
+    for (const QKeySequence& shortcut : sequences)
+        shortcuts.append(shortcut.toString(QKeySequence::PortableText));
     return {{"text", action->text()},
+            {"shortcuts", shortcuts},
             {"visible", action->isVisible()},
             {"enabled", action->isEnabled()},
             {"checkable", action->isCheckable()},

@@ -218,4 +218,11 @@ Spot HeaderSpot(QAbstractItemView* view, Qt::Orientation orientation, int sectio
     return {header->viewport(), {center.x(), along}};
 }
 
+Spot BorderSpot(QAbstractItemView* view, int section) {
+    const Spot middle = HeaderSpot(view, Qt::Horizontal, section);
+    const QHeaderView* header = Header(view, Qt::Horizontal);
+    const int end = header->sectionViewportPosition(section) + header->sectionSize(section);
+    return {middle.widget, {end - 1, middle.pos.y()}};
+}
+
 } // namespace velmo::driver

@@ -32,5 +32,7 @@ Spot BranchSpot(QAbstractItemView* view, const QModelIndex& index);
 Spot EmptySpot(QAbstractItemView* view);
 // The middle of a header's section (logical index), scrolled into view.
 Spot HeaderSpot(QAbstractItemView* view, Qt::Orientation orientation, int section);
+// Where a user takes hold of a column's right border.
+Spot BorderSpot(QAbstractItemView* view, int section);
 
 } // namespace velmo::driver

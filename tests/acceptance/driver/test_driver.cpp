@@ -6,6 +6,7 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QClipboard>
 #include <QComboBox>
 #include <QJsonDocument>
 #include <QPixmap>
@@ -159,6 +160,12 @@ QJsonValue TestDriver::Ask(const QString& verb, const QJsonObject& command) cons
         return DescribeAction(FindAction(name));
     if (verb == "menuPath")
         return QJsonArray::fromStringList(MenuPath(FindAction(name)));
+    if (verb == "clipboard")
+        return QGuiApplication::clipboard()->text();
+    if (verb == "setClipboard") {
+        QGuiApplication::clipboard()->setText(command["text"].toString());
+        return true;
+    }
     if (verb == "panels")
         return PanelTexts(FindWidget(name, window));
     if (verb == "grab") {
@@ -190,6 +197,8 @@ Spot TestDriver::Target(const QJsonObject& command) const {
             return BranchSpot(view, FindItem(view, command["branch"].toObject()));
         return ItemSpot(view, FindItem(view, command["at"].toObject()));
     }
+    if (command.contains("border"))
+        return BorderSpot(FindView(name), command["border"].toInt());
     if (command.contains("column"))
         return HeaderSpot(FindView(name), Qt::Horizontal, command["column"].toInt());
     if (command.contains("row"))

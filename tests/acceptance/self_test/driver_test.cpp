@@ -136,6 +136,35 @@ TEST_F(DriverTest, EditsACellByKeys) {
     EXPECT_EQ(run_.Texts("Table").at(2).at(1), QString("12.5"));
 }
 
+TEST_F(DriverTest, SelectsCellsByDragging) {
+    run_.Drag("Table", Item::Cell(0, 0), Item::Cell(1, 1));
+    EXPECT_EQ(run_.View("Table")["selection"].toArray().size(), 4);
+    run_.ShiftClick("Table", Item::Cell(2, 1));
+    EXPECT_EQ(run_.View("Table")["selection"].toArray().size(), 6);
+}
+
+TEST_F(DriverTest, MovesAHeadersBorder) {
+    const auto width = [&] { return run_.Describe("Table", Item::Cell(0, 0))["rect"][2].toInt(); };
+    const int before = width();
+    run_.DragColumnBorder("Table", 0, 20);
+    EXPECT_EQ(width(), before + 20);
+    run_.DoubleClickColumnBorder("Table", 0);
+    run_.WaitFor("the width of the contents", [&] { return width() < before; });
+}
+
+TEST_F(DriverTest, ReadsActionsAndTheClipboard) {
+    EXPECT_EQ(run_.Action("MenuDialog")["shortcuts"], QJsonArray{"Ctrl+D"});
+    EXPECT_EQ(run_.Action("MenuDialog")["text"].toString(), QString("ダイアログ(&D)"));
+    run_.SetClipboard("呼び\t12");
+    EXPECT_EQ(run_.Clipboard(), QString("呼び\t12"));
+    run_.ClickMenu("MenuDialog");
+    run_.WaitForWindow("DIALOG");
+    run_.Click("Edit");
+    run_.Press("Ctrl+V");
+    run_.Press("Return");
+    ExpectPanel("呼び\t12");
+}
+
 TEST_F(DriverTest, SavesPictures) {
     const QImage picture = run_.Picture("MAIN");
     EXPECT_EQ(picture.size(), QSize(430, 500));

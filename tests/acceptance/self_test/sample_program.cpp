@@ -103,6 +103,7 @@ int main(int argc, char** argv) {
     QAction* dialog = window.findChild<QAction*>("MenuDialog");
     auto* tools = window.addToolBar("道具");
     QAction* fail = Named(tools->addAction("失敗"), "ToolFail");
+    dialog->setShortcut(Qt::CTRL | Qt::Key_D);
     QObject::connect(ask, &QAction::triggered, &window, [&] { Ask(&window, panel); });
     QObject::connect(dialog, &QAction::triggered, &window, [&] { OpenDialog(&window, panel); });
     QObject::connect(fail, &QAction::triggered, &window, [&] {
