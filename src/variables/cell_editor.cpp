@@ -44,6 +44,9 @@ CellEditor::CellEditor(Grid& variables, Grid& table)
       over_(*CurEdit_) {
     CurEdit_->setObjectName(QStringLiteral("CurEdit"));
     CurEdit_->installEventFilter(this);
+    connect(CurEdit_, &QLineEdit::textEdited, this, [this](const QString& text) {
+        Q_EMIT TextEdited(&over_.Below(), over_.Row(), over_.Column(), text);
+    });
 }
 
 void CellEditor::StartCellEditing(Grid& grid, int row, int column) {
@@ -172,6 +175,7 @@ bool CellEditor::CaretKey(const QKeyEvent& event) {
 bool CellEditor::Key(QKeyEvent& event) {
     if (event.key() == Qt::Key_Escape) {
         over_.Close();
+        Q_EMIT GivenUp();
         return true;
     }
     if (IsRedo(event)) {

@@ -33,6 +33,10 @@ public:
 
 Q_SIGNALS:
     void TextEntered(Grid* grid, int row, int column, const QString& text);
+    // While the user types.
+    void TextEdited(Grid* grid, int row, int column, const QString& text);
+    // Escape gave the old text back.
+    void GivenUp();
     // The user left the editor for another row of the variable grid, which may not exist.
     void LeftForRow(int row);
 

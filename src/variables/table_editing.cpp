@@ -81,6 +81,13 @@ void TableEditing::ConnectGrid() {
     connect(&grid_, &Grid::HeaderMenuWanted, &commands_, &TableCommands::ShowPopUp);
     connect(grid_.selectionModel(), &QItemSelectionModel::currentChanged, this, &TableEditing::UpdateActions);
 
+    connect(&cellEditor_, &CellEditor::TextEdited, this,
+            [this](const Grid* grid, int row, int column, const QString& text) {
+                if (grid == &grid_)
+                    status_.ShowLength(editor_, row, column, text.size());
+            });
+    connect(&cellEditor_, &CellEditor::GivenUp, this, &TableEditing::UpdateActions);
+
     connect(&commands_, &TableCommands::Starting, this, &TableEditing::Settle);
     connect(&commands_, &TableCommands::CellEditingWanted, this, editCell);
     connect(&commands_, &TableCommands::VariableChoiceWanted, this, &TableEditing::ChooseVariable);

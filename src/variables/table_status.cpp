@@ -15,12 +15,10 @@ QLabel* AddPanel(QStatusBar& bar, const char* name, const QString& widest) {
     return panel;
 }
 
-QString Characters(const TableEditor& editor, int row, int column) {
+QString Characters(const TableEditor& editor, int row, int column, qsizetype used) {
     const TableVariable* variable = editor.VariableOf(column);
-    // While rows go, the grid's current one may be beyond the last.
-    if (row < 1 || row >= editor.Cells().Rows() || !variable)
+    if (row < 1 || !variable)
         return {};
-    const qsizetype used = editor.Cells().TextView(row, column).size();
     const QString text = QStringLiteral("%1 / %2 文字").arg(used).arg(variable->width);
     return used > variable->width ? text + QStringLiteral(" (長すぎます)") : text;
 }
@@ -35,7 +33,14 @@ TableStatus::TableStatus(QStatusBar& bar)
 void TableStatus::Show(const TableEditor& editor, int row, int column) {
     changed_->setText(editor.IsChanged() ? QStringLiteral("変更あり") : QStringLiteral("変更なし"));
     size_->setText(QStringLiteral("%1 行 × %2 列").arg(editor.DataRows()).arg(editor.DataColumns()));
-    characters_->setText(Characters(editor, row, column));
+    const GridCells& cells = editor.Cells();
+    // While rows go, the grid's current one may be beyond the last.
+    const bool exists = row > 0 && row < cells.Rows() && column > 0 && column < cells.Cols();
+    ShowLength(editor, exists ? row : 0, column, exists ? cells.TextView(row, column).size() : 0);
+}
+
+void TableStatus::ShowLength(const TableEditor& editor, int row, int column, qsizetype length) {
+    characters_->setText(Characters(editor, row, column, length));
 }
 
 } // namespace velmo

@@ -15,6 +15,8 @@ public:
     explicit TableStatus(QStatusBar& bar);
 
     void Show(const TableEditor& editor, int row, int column);
+    // Instead of the cell's own text one of so many characters, which is being typed.
+    void ShowLength(const TableEditor& editor, int row, int column, qsizetype length);
 
 private:
     QLabel* changed_;

@@ -2,6 +2,7 @@
 #include "window_sample.h"
 
 #include <QHeaderView>
+#include <QLabel>
 
 namespace velmo {
 namespace {
@@ -62,6 +63,20 @@ TEST_F(VedtEditingTest, KeysEditANameToo) {
         EXPECT_FALSE(CurEdit()->isVisible());
     }
     EXPECT_EQ(CurrentValues(), (QStringList{"W", "H", "T"}));
+}
+
+TEST_F(VedtEditingTest, TellsHowMuchOfItsColumnATextFills) {
+    WriteRows();
+    Open();
+    const auto* panel = Find<QLabel>("VedtLengthPanel");
+    ClickTable(1, 2);
+    EXPECT_EQ(panel->text(), QStringLiteral("2 / 5 文字"));
+    Type("123");
+    EXPECT_EQ(panel->text(), QStringLiteral("3 / 5 文字")) << "while typing";
+    Type("456");
+    EXPECT_EQ(panel->text(), QStringLiteral("6 / 5 文字 (長すぎます)"));
+    Press(Qt::Key_Escape);
+    EXPECT_EQ(panel->text(), QStringLiteral("2 / 5 文字"));
 }
 
 TEST_F(VedtEditingTest, NothingIsMeasured) {
