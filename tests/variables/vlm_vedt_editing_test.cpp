@@ -71,7 +71,8 @@ TEST_F(VedtEditingTest, TellsHowMuchOfItsColumnATextFills) {
     const auto* panel = Find<QLabel>("VedtLengthPanel");
     ClickTable(1, 2);
     EXPECT_EQ(panel->text(), QStringLiteral("2 / 5 文字"));
-    Type("123");
+    Type("1");
+    Type("23");
     EXPECT_EQ(panel->text(), QStringLiteral("3 / 5 文字")) << "while typing";
     Type("456");
     EXPECT_EQ(panel->text(), QStringLiteral("6 / 5 文字 (長すぎます)"));
