@@ -104,7 +104,7 @@ void TableEditor::Do(const QString& name, Redo&& redo, Undo&& undo) {
     auto step = std::make_unique<Step>(name, std::forward<Redo>(redo), std::forward<Undo>(undo));
     // A step that fails is not taken into the history.
     history_.push(step.get());
-    step.release();
+    static_cast<void>(step.release());
 }
 
 void TableEditor::PutRow(int row, CellRow texts) {

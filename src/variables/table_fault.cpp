@@ -42,7 +42,7 @@ public:
         for (int row = 1; row < cells_.Rows(); ++row) {
             if (IsSound(row))
                 continue;
-            if (const std::optional<TableFault> fault = FindInRow(row))
+            if (std::optional<TableFault> fault = FindInRow(row))
                 return fault;
         }
         return std::nullopt;
@@ -105,8 +105,8 @@ private:
 } // namespace
 
 QString TableFault::Text() const {
-    const QString place = row == 0 ? QStringLiteral("%1 列の名前 (%2)").arg(column).arg(name)
-                                   : QStringLiteral("%1 行 %2 列 (%3)").arg(row).arg(column).arg(name);
+    QString place = row == 0 ? QStringLiteral("%1 列の名前 (%2)").arg(column).arg(name)
+                             : QStringLiteral("%1 行 %2 列 (%3)").arg(row).arg(column).arg(name);
     switch (kind) {
     case Kind::TooLong:
         return place +
