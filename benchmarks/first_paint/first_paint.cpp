@@ -1,4 +1,5 @@
 #include <QApplication>
+#include <QFile>
 #include <QGenericPlugin>
 #include <QWidget>
 
@@ -6,7 +7,31 @@
 
 namespace velmo {
 
-// Ends the process when a window of a given name has painted itself for the first time.
+namespace {
+
+// The most memory that this process has held, in bytes.
+qint64 PeakMemory() {
+    QFile status(QStringLiteral("/proc/self/status"));
+    if (!status.open(QIODevice::ReadOnly))
+        return 0;
+    const QByteArray key = "VmHWM:";
+    for (const QByteArray& line : status.readAll().split('\n')) {
+        if (line.startsWith(key))
+            return line.mid(key.size()).simplified().split(' ').first().toLongLong() * 1024;
+    }
+    return 0;
+}
+
+[[noreturn]] void Report() {
+    const qint64 peak = PeakMemory();
+    const bool told = write(qEnvironmentVariableIntValue("VELMO_FIRST_PAINT_REPORT"), &peak, sizeof peak) ==
+                      ssize_t(sizeof peak);
+    _exit(told ? 0 : 1);
+}
+
+} // namespace
+
+// Ends the process, telling its memory, when a window of a given name has painted itself for the first time.
 class FirstPaint : public QObject {
     Q_OBJECT
 
@@ -21,7 +46,7 @@ protected:
         if (event->type() == QEvent::Paint && watched->isWidgetType() && watched->objectName() == window_) {
             // Behind the painting of the whole window, its children included.
             QMetaObject::invokeMethod(
-                this, [] { _exit(0); }, Qt::QueuedConnection);
+                this, [] { Report(); }, Qt::QueuedConnection);
         }
         return false;
     }
