@@ -1,6 +1,6 @@
 #include "variables/find_bar.h"
 
-#include "platform/svg_icon.h"
+#include "variables/variable_icons.h"
 
 #include <QBoxLayout>
 #include <QKeyEvent>
@@ -9,11 +9,6 @@
 #include <QToolButton>
 
 #include <optional>
-
-// A static library's resources are not registered by themselves; outside any namespace, as the macro demands.
-static void RegisterFindIcons() {
-    Q_INIT_RESOURCE(variables_icons);
-}
 
 namespace velmo {
 
@@ -51,24 +46,23 @@ bool IsEnter(const QKeyEvent& key) {
 } // namespace
 
 FindBar::FindBar(QWidget* parent) : QWidget(parent), text_(new QLineEdit(this)), outcome_(new QLabel(this)) {
-    RegisterFindIcons();
     setObjectName(QStringLiteral("VedtFindBar"));
     text_->setObjectName(QStringLiteral("VedtFindText"));
     text_->setPlaceholderText(QStringLiteral("表を検索"));
     text_->setAccessibleName(QStringLiteral("表から検索する文字"));
     text_->setToolTip(QStringLiteral("大文字と小文字、全角と半角、ひらがなとカタカナは区別しません"));
     text_->setFixedWidth(TextWidth);
-    previous_ = MakeButton("VedtFindPrevious", QStringLiteral(":/variables/icons/find_previous.svg"),
-                           QStringLiteral("前を検索"), QStringLiteral("前を検索 (Shift+F3)"));
-    next_ = MakeButton("VedtFindNext", QStringLiteral(":/variables/icons/find_next.svg"),
-                       QStringLiteral("次を検索"), QStringLiteral("次を検索 (F3)"));
+    previous_ = MakeButton("VedtFindPrevious", "find_previous", QStringLiteral("前を検索"),
+                           QStringLiteral("前を検索 (Shift+F3)"));
+    next_ =
+        MakeButton("VedtFindNext", "find_next", QStringLiteral("次を検索"), QStringLiteral("次を検索 (F3)"));
     outcome_->setObjectName(QStringLiteral("VedtFindOutcome"));
     outcome_->setTextFormat(Qt::PlainText);
     outcome_->setIndent(OutcomeGap);
     // A narrow window cuts the words off rather than growing.
     outcome_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    QToolButton* close = MakeButton("VedtFindClose", QStringLiteral(":/variables/icons/find_close.svg"),
-                                    QStringLiteral("検索を閉じる"), QStringLiteral("検索を閉じます (Esc)"));
+    QToolButton* close = MakeButton("VedtFindClose", "find_close", QStringLiteral("検索を閉じる"),
+                                    QStringLiteral("検索を閉じます (Esc)"));
 
     auto* bar = new QHBoxLayout(this);
     bar->setContentsMargins(0, Gap, 0, Gap);
@@ -91,11 +85,11 @@ FindBar::FindBar(QWidget* parent) : QWidget(parent), text_(new QLineEdit(this)),
     hide();
 }
 
-QToolButton* FindBar::MakeButton(const char* name, const QString& icon, const QString& accessibleName,
+QToolButton* FindBar::MakeButton(const char* name, const char* icon, const QString& accessibleName,
                                  const QString& toolTip) {
     auto* button = new QToolButton(this);
     button->setObjectName(QLatin1String(name));
-    button->setIcon(SvgIcon(icon));
+    button->setIcon(VariableIcon(icon));
     button->setAccessibleName(accessibleName);
     button->setToolTip(toolTip);
     button->setAutoRaise(true);

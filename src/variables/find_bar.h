@@ -38,7 +38,7 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
-    QToolButton* MakeButton(const char* name, const QString& icon, const QString& accessibleName,
+    QToolButton* MakeButton(const char* name, const char* icon, const QString& accessibleName,
                             const QString& toolTip);
     void Ask(SearchDirection direction, SearchStart start);
     void TakeTypedText();

@@ -1,18 +1,13 @@
 #include "variables/vedt_controls.h"
 
 #include "platform/slide_view.h"
-#include "platform/svg_icon.h"
 #include "platform/window_places.h"
+#include "variables/variable_icons.h"
 
 #include <QBoxLayout>
 #include <QMainWindow>
 #include <QSplitter>
 #include <QStatusBar>
-
-// A static library's resources are not registered by themselves; outside any namespace, as the macro demands.
-static void RegisterVariableIcons() {
-    Q_INIT_RESOURCE(variables_icons);
-}
 
 namespace velmo {
 
@@ -42,7 +37,7 @@ void VedtControls::SetUp(QMainWindow& window, const GridCells& variables, const 
     panes->setStretchFactor(0, 0);
     panes->setStretchFactor(1, 1);
     window.setCentralWidget(panes);
-    window.setWindowIcon(SvgIcon(QStringLiteral(":/variables/icons/variables.svg")));
+    window.setWindowIcon(VariableIcon("variables"));
     AcceptByKey(window);
 
     hint = new QLabel;
@@ -58,13 +53,11 @@ void VedtControls::SetUp(QMainWindow& window, const GridCells& variables, const 
 
 // The tool bar, the variable grid and the symbol's picture.
 QWidget* VedtControls::MakeVariablePane(const GridCells& variables) {
-    RegisterVariableIcons();
     Vedt_Toolbar = new QToolBar;
     Vedt_Toolbar->setObjectName(QStringLiteral("Vedt_Toolbar"));
     Vedt_Toolbar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     Vedt_Toolbar->setFixedHeight(TwipsToPixels(VariableGridTop));
-    TB_POINT = Vedt_Toolbar->addAction(SvgIcon(QStringLiteral(":/variables/icons/measure.svg")),
-                                       QStringLiteral("測定"));
+    TB_POINT = Vedt_Toolbar->addAction(VariableIcon("measure"), QStringLiteral("測定"));
     TB_POINT->setObjectName(QStringLiteral("TB_POINT"));
     TB_POINT->setShortcut(Qt::CTRL | Qt::Key_M);
     TB_POINT->setToolTip(QStringLiteral("選択中の変数の値を図面上で測ります (Ctrl+M)"));
