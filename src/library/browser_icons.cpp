@@ -18,14 +18,6 @@ QIcon Icon(const char* name) {
 
 } // namespace
 
-QIcon FolderOpenIcon() {
-    return Icon("folder_open");
-}
-
-QIcon FolderClosedIcon() {
-    return Icon("folder_closed");
-}
-
 QIcon SymbolIcon() {
     return Icon("symbol");
 }

@@ -5,8 +5,6 @@
 namespace velmo {
 
 // The pictures of the library windows.
-QIcon FolderOpenIcon();
-QIcon FolderClosedIcon();
 QIcon SymbolIcon();
 QIcon OpenIcon();
 QIcon CancelIcon();

@@ -1,7 +1,7 @@
 #include "library/category_tree.h"
 
-#include "library/browser_icons.h"
 #include "library/category_keys.h"
+#include "platform/folder_images.h"
 #include "platform/guarded.h"
 
 #include <QScopeGuard>
@@ -10,10 +10,6 @@
 namespace velmo {
 
 namespace {
-
-// Images of the tree.
-constexpr int OpenFolder = 1;
-constexpr int ClosedFolder = 2;
 
 // How many categories on the way to the selected one are remembered.
 constexpr size_t LongestWay = 21;
@@ -32,7 +28,7 @@ Category ReadRoot(Database& library) {
 
 CategoryTree::CategoryTree(KeyedTree& view, GlobalState& state, MessageBoxes& messages)
     : view_(view), state_(state), messages_(messages) {
-    view_.Nodes().SetImages({FolderOpenIcon(), FolderClosedIcon()});
+    view_.Nodes().SetImages(FolderImages());
     const auto guarded = [this](void (CategoryTree::*action)(const QString&)) {
         return [this, action](const QString& key) {
             RunGuarded(messages_, view_.window(), [&] { (this->*action)(key); });

@@ -9,6 +9,11 @@
 #include <QStyleOption>
 #include <QSvgRenderer>
 
+// A static library's resources are not registered by themselves; outside any namespace, as the macro demands.
+static void RegisterPlatformIcons() {
+    Q_INIT_RESOURCE(platform_icons);
+}
+
 namespace velmo {
 
 namespace {
@@ -75,6 +80,11 @@ private:
 
 QIcon SvgIcon(const QString& resource) {
     return QIcon(new SvgIconEngine(resource));
+}
+
+QIcon PlatformIcon(const QString& name) {
+    RegisterPlatformIcons();
+    return SvgIcon(QStringLiteral(":/platform/icons/%1.svg").arg(name));
 }
 
 } // namespace velmo

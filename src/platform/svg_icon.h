@@ -9,4 +9,7 @@ namespace velmo {
 // when the program starts.
 QIcon SvgIcon(const QString& resource);
 
+// The same for an icon of this folder, named without its ending.
+QIcon PlatformIcon(const QString& name);
+
 } // namespace velmo

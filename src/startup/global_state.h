@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QHash>
+#include <QSize>
 #include <QString>
 
 #include <cstdint>
@@ -11,7 +13,18 @@ namespace run_mode {
 inline constexpr std::int16_t VariableInput = 2;
 inline constexpr std::int16_t UserLibrary = 3;
 inline constexpr std::int16_t ReturnFromMeasure = 4;
+// Never asked for: a run that ended with a document (PickedPdf) instead of values.
+inline constexpr std::int16_t Document = 33;
 } // namespace run_mode
+
+// Jobs of the entry editor (EditMode).
+namespace edit_mode {
+inline constexpr std::int16_t Cancelled = 0;
+inline constexpr std::int16_t AddFolder = 1;
+inline constexpr std::int16_t EditFolder = 2;
+inline constexpr std::int16_t AddEntry = 3;
+inline constexpr std::int16_t EditEntry = 4;
+} // namespace edit_mode
 
 // What all windows share. Made once in main and handed to every window by reference. Paths are stored paths.
 struct GlobalState {
@@ -32,10 +45,22 @@ struct GlobalState {
     QString CurSldFile;
     std::int16_t CurPdfID = 0;
     int CurPdfIndex = 0;
+    std::int16_t EditMode = edit_mode::Cancelled;
+    // The file picker's answer, relative to HomeDir; empty when nothing was picked.
+    QString PickedFile;
+    // What the folder picker offers: folders of the disk, or categories.
+    bool PickDiskDir = false;
+    // The folder picker's answer: a folder of the disk (stored path) or the ID of a category; empty when
+    // nothing was picked.
+    QString PickedDir;
+    // The document that a run ended with, relative to HomeDir.
+    QString PickedPdf;
     // Row of the dimension table chosen last, 1-based.
     std::int16_t TableLast = 1;
     // The variable window handed a selection back.
     bool Confirmed = false;
+    // The sizes that the user gave to dialogs, by their names, as long as the program runs.
+    QHash<QString, QSize> DialogSizes;
 };
 
 } // namespace velmo
