@@ -6,6 +6,7 @@
 
 #include <QScopeGuard>
 #include <QScopedValueRollback>
+#include <QScrollBar>
 
 namespace velmo {
 
@@ -14,21 +15,10 @@ namespace {
 // How many categories on the way to the selected one are remembered.
 constexpr size_t LongestWay = 21;
 
-const QString PathSeparator = QStringLiteral(" － ");
-
-Category ReadRoot(Database& library) {
-    const RecordSet roots = RootCategories(library);
-    if (roots.Eof())
-        throw RuntimeError(ErrorNumber::NoCurrentRecord, QStringLiteral("分類がひとつもありません。"))
-            .InFile(library.Path());
-    return ReadCategory(roots);
-}
-
 } // namespace
 
 CategoryTree::CategoryTree(KeyedTree& view, GlobalState& state, MessageBoxes& messages)
-    : view_(view), state_(state), messages_(messages) {
-    view_.Nodes().SetImages(FolderImages());
+    : view_(view), state_(state), messages_(messages), levels_(view) {
     const auto guarded = [this](void (CategoryTree::*action)(const QString&)) {
         return [this, action](const QString& key) {
             RunGuarded(messages_, view_.window(), [&] { (this->*action)(key); });
@@ -37,6 +27,8 @@ CategoryTree::CategoryTree(KeyedTree& view, GlobalState& state, MessageBoxes& me
     connect(&view_, &KeyedTree::NodeExpanded, this, guarded(&CategoryTree::Expand));
     connect(&view_, &KeyedTree::NodeCollapsed, this, guarded(&CategoryTree::Collapse));
     connect(&view_, &KeyedTree::NodeClicked, this, guarded(&CategoryTree::NodeClick));
+    connect(&view_, &KeyedTree::EnterPressed, this,
+            [this](const QString& key) { view_.SetExpanded(key, !view_.IsExpanded(key)); });
 }
 
 void CategoryTree::BuildCategoryTree() {
@@ -50,13 +42,33 @@ void CategoryTree::BuildCategoryTree() {
         AddSystemRoot();
 }
 
+void CategoryTree::Rebuild() {
+    const QStringList expanded = view_.ExpandedKeys();
+    const int scrolled = view_.verticalScrollBar()->value();
+    view_.setUpdatesEnabled(false);
+    const auto show = qScopeGuard([this] { view_.setUpdatesEnabled(true); });
+    BuildCategoryTree();
+    {
+        const QScopedValueRollback<bool> busy(busy_, true);
+        for (const QString& key : expanded)
+            OpenAgain(key);
+    }
+    RestoreSelection();
+    view_.ScrollBackTo(scrolled);
+}
+
+// A category that is gone, or has no subcategories any more, is passed over.
+void CategoryTree::OpenAgain(const QString& key) {
+    if (!view_.Nodes().Contains(key) || view_.FirstChildKey(key).isEmpty())
+        return;
+    Open(key);
+    view_.SetExpanded(key, true);
+    view_.Nodes().SetImage(key, OpenFolder);
+}
+
 void CategoryTree::AddRoot(bool systemTree) {
     Database library(DatabasePath(systemTree), Database::Access::Read);
-    const Category root = ReadRoot(library);
-    const QString key = CategoryKey(systemTree, root.id);
-    view_.Nodes().Add({}, {NewNode{key, root.name, OpenFolder, {}}});
-    LoadLevel(library, systemTree, root.id);
-    view_.SetExpanded(key, true);
+    levels_.AddRoots(library, systemTree, CategoryLevels::Roots::First);
 }
 
 void CategoryTree::AddSystemRoot() {
@@ -67,31 +79,32 @@ void CategoryTree::RestoreSelection() {
     const QScopedValueRollback<bool> busy(busy_, true);
     view_.setUpdatesEnabled(false);
     const auto show = qScopeGuard([this] { view_.setUpdatesEnabled(true); });
-    Database library(DatabasePath(state_.SystemTreeFirst), Database::Access::Read);
+    Database library(CurrentLibrary(state_), Database::Access::Read);
     const std::vector<int> way = WayToCurrent(library);
     for (auto id = way.rbegin(); id != way.rend(); ++id) {
+        const QString key = RequireNode(*id);
         if (state_.SystemTreeFirst)
             LoadSystemChildren(library, *id);
         else
             LoadChildren(library, *id);
-        const QString key = CategoryKey(state_.SystemTreeFirst, *id);
         if (!view_.FirstChildKey(key).isEmpty())
             view_.SetExpanded(key, true);
         view_.Nodes().SetImage(key, OpenFolder);
     }
     if (way.empty())
         state_.CurFolderID = 1;
-    SelectCategory(way.empty() ? 1 : way.front());
+    view_.Select(RequireNode(way.empty() ? 1 : way.front()));
 }
 
-void CategoryTree::SelectCategory(int id) {
-    const QString key = CategoryKey(state_.SystemTreeFirst, id);
+// The node of a category of the library that the selected one belongs to.
+QString CategoryTree::RequireNode(int id) const {
+    QString key = CategoryKey(state_.SystemTreeFirst, id);
     if (!view_.Nodes().Contains(key))
         throw RuntimeError(ErrorNumber::ElementNotFound,
-                           QStringLiteral("前回の分類 (ID %1) はツリーにありません。").arg(id))
-            .InFile(DatabasePath(state_.SystemTreeFirst))
+                           QStringLiteral("分類 (ID %1) はツリーにありません。").arg(id))
+            .InFile(CurrentLibrary(state_))
             .InField(key);
-    view_.Select(key);
+    return key;
 }
 
 // The categories from CurFolderID up to the one below the root; empty when it is a root or gone.
@@ -109,41 +122,21 @@ std::vector<int> CategoryTree::WayToCurrent(Database& library) const {
 }
 
 void CategoryTree::LoadChildren(Database& library, int id) {
-    LoadLevel(library, false, id);
+    levels_.Load(library, false, id);
 }
 
 void CategoryTree::LoadSystemChildren(Database& library, int id) {
-    LoadLevel(library, true, id);
+    levels_.Load(library, true, id);
 }
 
-// Whether the node's own subcategories stand below it, not only the placeholder for them.
-bool CategoryTree::IsLoaded(const QString& key) const {
-    const QString first = view_.FirstChildKey(key);
-    return !first.isEmpty() && !IsPlaceholderKey(first);
-}
-
-void CategoryTree::LoadLevel(Database& library, bool systemTree, int id) {
-    const QString parent = CategoryKey(systemTree, id);
-    if (IsLoaded(parent))
+void CategoryTree::Open(const QString& key) {
+    if (levels_.IsLoaded(key))
         return;
-    const QString placeholder = systemTree ? SystemPlaceholder : LibraryPlaceholder;
-    const QString first = view_.FirstChildKey(parent);
-
-    std::vector<NewNode> children;
-    for (RecordSet rows = ChildCategories(library, id); !rows.Eof(); rows.MoveNext()) {
-        const int childId = rows.Integer(u"ID");
-        NewNode child{CategoryKey(systemTree, childId), rows.Text(u"foldername"), ClosedFolder, {}};
-        const RecordSet grandchildren = ChildCategories(library, childId);
-        if (!grandchildren.Eof())
-            child.children.push_back({placeholder + grandchildren.Text(u"ID"),
-                                      grandchildren.Text(u"foldername"),
-                                      ClosedFolder,
-                                      {}});
-        children.push_back(std::move(child));
-    }
-    if (!first.isEmpty())
-        view_.Nodes().Remove(first);
-    view_.Nodes().Add(parent, children);
+    Database library(DatabasePath(IsSystemKey(key)), Database::Access::Read);
+    if (IsSystemKey(key))
+        LoadSystemChildren(library, CategoryIdOf(key));
+    else
+        LoadChildren(library, CategoryIdOf(key));
 }
 
 void CategoryTree::Expand(const QString& key) {
@@ -152,13 +145,7 @@ void CategoryTree::Expand(const QString& key) {
     const QScopedValueRollback<bool> busy(busy_, true);
     // A node that could not be filled stays closed over its placeholder.
     auto closeAgain = qScopeGuard([&] { view_.SetExpanded(key, false); });
-    if (!IsLoaded(key)) {
-        Database library(DatabasePath(IsSystemKey(key)), Database::Access::Read);
-        if (IsSystemKey(key))
-            LoadSystemChildren(library, CategoryIdOf(key));
-        else
-            LoadChildren(library, CategoryIdOf(key));
-    }
+    Open(key);
     closeAgain.dismiss();
     view_.Nodes().SetImage(key, OpenFolder);
 }
@@ -182,18 +169,13 @@ void CategoryTree::NodeClick(const QString& key) {
 }
 
 QString CategoryTree::PathText() const {
-    QString path = state_.CurFolderName;
-    const QString firstRoot = view_.FirstKey();
-    QString key = view_.SelectedKey();
+    const QString key = view_.SelectedKey();
     if (key.isEmpty())
-        return path;
-    for (key = view_.ParentKey(key); !key.isEmpty(); key = view_.ParentKey(key)) {
-        // The first root's own name appears only where a second one stands beside it.
-        if (key == firstRoot && state_.RunMode != run_mode::UserLibrary)
-            break;
-        path.prepend(view_.Text(key) + PathSeparator);
-    }
-    return path;
+        return state_.CurFolderName;
+    // The first root's own name appears only where a second one stands beside it.
+    const FirstRoot firstRoot =
+        state_.RunMode == run_mode::UserLibrary ? FirstRoot::With : FirstRoot::Without;
+    return WayTo(view_, key, firstRoot) + state_.CurFolderName;
 }
 
 const QString& CategoryTree::DatabasePath(bool systemTree) const {

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "library/library_database.h"
-#include "platform/keyed_tree.h"
+#include "library/category_levels.h"
 #include "platform/message_boxes.h"
 #include "startup/global_state.h"
 
@@ -17,6 +16,9 @@ public:
 
     // Builds the whole tree anew. Throws 3021 when a library has no root category.
     void BuildCategoryTree();
+    // Shows what has changed in the libraries: builds the tree anew and selects CurFolderID; what was open
+    // and in sight stays so. Throws as both do.
+    void Rebuild();
     // Opens the way to CurFolderID and selects its node; a category that is gone or a root gives category 1.
     // Throws 35601 when the tree has no such node.
     void RestoreSelection();
@@ -31,20 +33,21 @@ Q_SIGNALS:
 private:
     void AddRoot(bool systemTree);
     void AddSystemRoot();
-    bool IsLoaded(const QString& key) const;
     void LoadChildren(Database& library, int id);
     void LoadSystemChildren(Database& library, int id);
-    void LoadLevel(Database& library, bool systemTree, int id);
+    void Open(const QString& key);
+    void OpenAgain(const QString& key);
     void Expand(const QString& key);
     void Collapse(const QString& key);
     void NodeClick(const QString& key);
     const QString& DatabasePath(bool systemTree) const;
     std::vector<int> WayToCurrent(Database& library) const;
-    void SelectCategory(int id);
+    QString RequireNode(int id) const;
 
     KeyedTree& view_;
     GlobalState& state_;
     MessageBoxes& messages_;
+    CategoryLevels levels_;
     // The tree is being filled: expanding and collapsing are not the user's.
     bool busy_ = false;
 };

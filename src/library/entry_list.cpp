@@ -8,6 +8,7 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QScopedValueRollback>
+#include <QScrollBar>
 
 namespace velmo {
 
@@ -51,7 +52,8 @@ void EntryList::Clear() {
 void EntryList::FillEntryList(Restore restore) {
     Clear();
     const QScopedValueRollback<bool> filling(filling_, true);
-    Database database(DatabasePath(), Database::Access::Read);
+    folderId_ = state_.CurFolderID;
+    Database database(CurrentLibrary(state_), Database::Access::Read);
     QStringList names;
     for (RecordSet rows = EntriesOf(database, state_.CurFolderID); !rows.Eof(); rows.MoveNext())
         names << rows.Text(u"PDFName");
@@ -80,12 +82,52 @@ void EntryList::RestoreLast(Database& database) {
     Choose(row, rows);
 }
 
+EntryList::Place EntryList::CurrentPlace() const {
+    const QModelIndexList selected = view_.selectionModel()->selectedIndexes();
+    const QModelIndex row = selected.isEmpty() ? QModelIndex() : selected.first();
+    return {folderId_, row.row(), row.data().toString(), view_.verticalScrollBar()->value()};
+}
+
+void EntryList::Refill() {
+    const Place place = CurrentPlace();
+    FillEntryList(Restore::No);
+    ReturnTo(place);
+}
+
+void EntryList::ReturnTo(const Place& place) {
+    if (place.folderId != folderId_ || Count() == 0)
+        return;
+    view_.doItemsLayout();
+    view_.verticalScrollBar()->setValue(place.scrolled);
+    const QModelIndex row = model_->index(qMin(place.row, Count() - 1), 0);
+    if (place.row < 0 || view_.selectionModel()->hasSelection())
+        return;
+    if (row.row() == place.row && row.data() == place.caption)
+        SelectAgain(place.row);
+    else
+        // The keyboard goes on where it was.
+        view_.selectionModel()->setCurrentIndex(row, QItemSelectionModel::NoUpdate);
+}
+
+void EntryList::SelectAgain(int row) {
+    view_.setCurrentIndex(model_->index(row, 0));
+}
+
+int EntryList::Count() const {
+    return model_->rowCount();
+}
+
+QString EntryList::SelectedName() const {
+    return CurrentPlace().caption;
+}
+
 void EntryList::SelectEntry(const QModelIndex& index) {
     RunGuarded(messages_, view_.window(), [&] {
         state_.CurPdfIndex = index.row();
+        state_.CurPdfID = 0;
         slide_.Clear();
         state_.SymbolFile.clear();
-        Database database(DatabasePath(), Database::Access::Read);
+        Database database(CurrentLibrary(state_), Database::Access::Read);
         const RecordSet rows = EntriesNamed(database, index.data().toString(), state_.CurFolderID);
         if (!rows.Eof())
             Choose(index.row(), rows);
@@ -99,10 +141,6 @@ void EntryList::Choose(int row, const RecordSet& found) {
     state_.SymbolFile = state_.HomeDir + entry.file;
     state_.CurPdfIndex = row;
     state_.CurPdfID = found.Integer(u"ID");
-}
-
-const QString& EntryList::DatabasePath() const {
-    return state_.SystemTreeFirst ? state_.SystemDb : state_.LibraryDb;
 }
 
 // A key on a list in which nothing is chosen yet chooses the entry that has the frame.

@@ -28,6 +28,26 @@ public:
     // Lists the entries of CurFolderID; nothing is chosen unless the remembered entry is restored.
     void FillEntryList(Restore restore);
 
+    // What of a list one sees: the category, the row that is selected (-1 for none) with its caption, and how
+    // far it is scrolled.
+    struct Place {
+        std::int16_t folderId = 0;
+        int row = -1;
+        QString caption;
+        int scrolled = 0;
+    };
+    Place CurrentPlace() const;
+    // Lists the entries of the same category anew, which have changed; the place stays as far as it can.
+    void Refill();
+    // After the category was listed anew: scrolls back and chooses the entry again, if it is still there.
+    void ReturnTo(const Place& place);
+    // Chooses the entry of a row as a click does; a row beyond the list chooses nothing.
+    void SelectAgain(int row);
+
+    int Count() const;
+    // The caption of the entry that is selected; empty when none is.
+    QString SelectedName() const;
+
 Q_SIGNALS:
     // The user wants to go on with the chosen entry.
     void OpenWanted();
@@ -41,7 +61,6 @@ private:
     void Choose(int row, const RecordSet& found);
     bool ChooseFramed();
     bool KeyPressed(int key);
-    const QString& DatabasePath() const;
 
     QListView& view_;
     SlideView& slide_;
@@ -49,6 +68,8 @@ private:
     const SettingsStore& settings_;
     MessageBoxes& messages_;
     EntryListModel* model_;
+    // The category that is listed.
+    std::int16_t folderId_ = 0;
     // The list is being filled: a change of the current entry is not the user's.
     bool filling_ = false;
     // The mouse press under way has chosen its entry already.

@@ -2,6 +2,8 @@
 
 #include "platform/runtime_error.h"
 
+#include <limits>
+
 namespace velmo {
 
 namespace {
@@ -34,6 +36,26 @@ void CreateLibraryFile(const QString& path) {
     transaction.Commit();
 }
 
+void RequireWritable(const QString& library) {
+    Database database(library, Database::Access::Write);
+    // Only a change, which is taken back, shows that the folder lets the engine keep its journal there.
+    const Transaction trial(database);
+    database.Execute(QStringLiteral("PRAGMA user_version=0"));
+}
+
+void RequireHandledId(const Database& database) {
+    if (database.LastAddedId() > std::numeric_limits<std::int16_t>::max())
+        throw RuntimeError(ErrorNumber::Overflow,
+                           QStringLiteral("ライブラリにはこれ以上登録できません (ID は %1 まで)。")
+                               .arg(std::numeric_limits<std::int16_t>::max()))
+            .InFile(database.Path())
+            .InField(QStringLiteral("ID"));
+}
+
+RecordSet AllCategories(Database& database) {
+    return RecordSet(database, QStringLiteral("SELECT * FROM FolderTable"));
+}
+
 RecordSet RootCategories(Database& database) {
     return RecordSet(database, QStringLiteral("SELECT * FROM FolderTable WHERE ParentID=0"));
 }
@@ -44,6 +66,14 @@ RecordSet CategoryWithId(Database& database, int id) {
 
 RecordSet ChildCategories(Database& database, int parentId) {
     return RecordSet(database, QStringLiteral("SELECT * FROM FolderTable WHERE ParentID="), parentId);
+}
+
+RecordSet AllEntries(Database& database) {
+    return RecordSet(database, QStringLiteral("SELECT * FROM PDFFileTable"));
+}
+
+RecordSet EntryWithId(Database& database, int id) {
+    return RecordSet(database, QStringLiteral("SELECT * FROM PDFFileTable WHERE ID="), id);
 }
 
 RecordSet EntriesOf(Database& database, int folderId) {

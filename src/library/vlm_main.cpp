@@ -1,6 +1,7 @@
 #include "library/vlm_main.h"
 
 #include "library/browser_icons.h"
+#include "library/symbol_file_move.h"
 #include "platform/files.h"
 #include "platform/guarded.h"
 #include "platform/progress_box.h"
@@ -14,9 +15,6 @@
 #include <QCloseEvent>
 #include <QMenuBar>
 #include <QMouseEvent>
-#include <QScopedValueRollback>
-#include <QSplitter>
-#include <QStatusBar>
 #include <QToolBar>
 
 namespace velmo {
@@ -30,13 +28,6 @@ constexpr double DefaultPlace = 1000;
 constexpr double DefaultSize = 6500;
 constexpr int MinimumWidth = 3000;
 constexpr int MinimumHeight = 2000;
-
-template <typename Control>
-Control* Named(Control* control, const char* name, const QString& accessibleName) {
-    control->setObjectName(QLatin1String(name));
-    control->setAccessibleName(accessibleName);
-    return control;
-}
 
 } // namespace
 
@@ -53,52 +44,26 @@ VLM_MAIN::VLM_MAIN(GlobalState& state, SettingsStore& settings, MessageBoxes& me
 }
 
 void VLM_MAIN::BuildControls() {
-    BuildPanes();
-    BuildMenus();
-    tree_ = new CategoryTree(*VlmTreeView_, state_, messages_);
+    panes_.SetUp(*this);
+    panes_.VlmPDFSlide->installEventFilter(this);
+    setMinimumSize(TwipsToPixels(MinimumWidth), TwipsToPixels(MinimumHeight));
+    tree_ = new CategoryTree(*panes_.VlmTreeView, state_, messages_);
     tree_->setParent(this);
-    entries_ = new EntryList(*VlmPdfList_, *VlmPDFSlide_, state_, settings_, messages_);
+    entries_ = new EntryList(*panes_.VlmPdfList, *panes_.VlmPDFSlide, state_, settings_, messages_);
     entries_->setParent(this);
-    connect(tree_, &CategoryTree::CategoryChosen, this,
-            [this] { RunGuarded(messages_, this, [this] { ShowCategory(EntryList::Restore::No); }); });
+    commands_ = std::make_unique<LibraryCommands>(LibraryCommands::Browser{*this, panes_, *entries_,
+                                                                           [this] { RebuildTree(); },
+                                                                           [this] { return categoryShown_; }},
+                                                  state_, messages_);
+    connect(tree_, &CategoryTree::CategoryChosen, this, [this] {
+        RunGuarded(messages_, this, [this] {
+            panes_.namePanel->clear();
+            ShowCategory(EntryList::Restore::No);
+        });
+    });
     connect(entries_, &EntryList::OpenWanted, this,
             [this] { RunGuarded(messages_, this, [this] { OpenSymbol(); }); });
-}
-
-void VLM_MAIN::BuildPanes() {
-    VlmTreeView_ = Named(new KeyedTree, "VlmTreeView", QStringLiteral("分類ツリー"));
-    VlmTreeSlide_ = Named(new SlideView, "VlmTreeSlide", QStringLiteral("分類のスライド"));
-    VlmPDFSlide_ = Named(new SlideView, "VlmPDFSlide", QStringLiteral("シンボルのスライド"));
-    VlmPdfList_ = Named(new KeepsSelection<QListView>, "VlmPdfList", QStringLiteral("シンボルの一覧"));
-    VlmPDFSlide_->installEventFilter(this);
-    VlmTreeSlide_->SetEmptyText(QStringLiteral("この分類にスライドはありません"));
-
-    auto* left = new QSplitter(Qt::Vertical);
-    left->addWidget(VlmTreeView_);
-    left->addWidget(VlmTreeSlide_);
-    left->setSizes({300, 200});
-    auto* right = new QSplitter(Qt::Vertical);
-    right->addWidget(VlmPDFSlide_);
-    right->addWidget(VlmPdfList_);
-    right->setSizes({250, 250});
-    auto* panes = new QSplitter(Qt::Horizontal);
-    panes->addWidget(left);
-    panes->addWidget(right);
-    panes->setSizes({200, 300});
-    for (QSplitter* splitter : {left, right, panes})
-        splitter->setChildrenCollapsible(false);
-    setCentralWidget(panes);
-    setMinimumSize(TwipsToPixels(MinimumWidth), TwipsToPixels(MinimumHeight));
-
-    auto* status = new QStatusBar;
-    status->setObjectName(QStringLiteral("VlmStatusBar"));
-    pathPanel_ = new QLabel;
-    pathPanel_->setTextFormat(Qt::PlainText);
-    pathPanel_->setIndent(fontMetrics().averageCharWidth());
-    // A long path must not keep the window from becoming narrow.
-    pathPanel_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    status->addWidget(pathPanel_, 1);
-    setStatusBar(status);
+    BuildMenus();
 }
 
 void VLM_MAIN::BuildMenus() {
@@ -117,6 +82,7 @@ void VLM_MAIN::BuildMenus() {
     file->addSeparator();
     file->addAction(command("VlmMnuFileCan", CancelIcon(), QStringLiteral("キャンセル(&C)"),
                             [this] { CancelBrowser(); }));
+    menuBar()->addMenu(&commands_->EditMenu());
 
     QToolBar* bar = addToolBar(QStringLiteral("ツールバー"));
     bar->setObjectName(QStringLiteral("VlmToolbar"));
@@ -128,8 +94,11 @@ void VLM_MAIN::BuildMenus() {
 }
 
 bool VLM_MAIN::Load() {
+    if (state_.RunMode == run_mode::UserLibrary)
+        commands_->SwitchOff();
     try {
         OpenOrCreateLibraries();
+        FinishInterruptedMove(state_.LibraryDb, state_.LibRoot);
         RestorePlace();
         tree_->BuildCategoryTree();
     } catch (RuntimeError& error) {
@@ -142,7 +111,7 @@ bool VLM_MAIN::Load() {
         tree_->RestoreSelection();
         ShowCategory(EntryList::Restore::Yes);
     });
-    VlmTreeView_->setFocus();
+    panes_.VlmTreeView->setFocus();
     return true;
 }
 
@@ -166,22 +135,33 @@ void VLM_MAIN::RestorePlace() {
     resize(onScreen.size());
 }
 
+void VLM_MAIN::RebuildTree() {
+    ClearCategory();
+    tree_->Rebuild();
+    ShowCategory(EntryList::Restore::Yes);
+}
+
+void VLM_MAIN::ClearCategory() {
+    categoryShown_ = false;
+    panes_.VlmTreeSlide->Clear();
+    panes_.pathPanel->clear();
+    entries_->Clear();
+}
+
 void VLM_MAIN::ShowCategory(EntryList::Restore restore) {
     // Where a step fails, nothing of the category before stays in sight or can be opened.
-    VlmTreeSlide_->Clear();
-    pathPanel_->clear();
-    entries_->Clear();
+    ClearCategory();
     {
-        const QString& path = state_.SystemTreeFirst ? state_.SystemDb : state_.LibraryDb;
-        Database database(path, Database::Access::Read);
+        Database database(CurrentLibrary(state_), Database::Access::Read);
         const Category category = ReadCategory(CategoryWithId(database, state_.CurFolderID));
         state_.CurSldFile = category.slide.isEmpty() ? QString() : state_.HomeDir + category.slide;
         state_.CurFolderName = category.name;
     }
-    VlmTreeSlide_->ShowSlide(state_.CurSldFile);
-    pathPanel_->setText(tree_->PathText());
-    pathPanel_->setToolTip(tree_->PathText());
+    panes_.VlmTreeSlide->ShowSlide(state_.CurSldFile);
+    panes_.pathPanel->setText(tree_->PathText());
+    panes_.pathPanel->setToolTip(tree_->PathText());
     entries_->FillEntryList(restore);
+    categoryShown_ = true;
 }
 
 void VLM_MAIN::OpenSymbol() {
@@ -193,18 +173,13 @@ void VLM_MAIN::OpenSymbol() {
         messages_.Inform(this, state_.SymbolFile + QStringLiteral("が見つかりません"));
         return;
     }
-    SetTopmost(this, false);
+    const StepsBack stepsBack(*this);
     opened_ = true;
     // A window that is left without an answer confirms nothing, whatever one before it did.
     state_.Confirmed = false;
-    {
-        const QScopedValueRollback<bool> covered(covered_, true);
-        showVariableWindow_(*this);
-    }
+    showVariableWindow_(*this);
     if (state_.Confirmed && state_.RunMode != run_mode::UserLibrary)
         close();
-    else
-        SetTopmost(this, true);
 }
 
 void VLM_MAIN::CancelBrowser() {
@@ -215,14 +190,14 @@ void VLM_MAIN::CancelBrowser() {
 
 void VLM_MAIN::resizeEvent(QResizeEvent* event) {
     ModalWindow::resizeEvent(event);
-    if (!isMinimized() && !covered_)
+    if (!isMinimized() && !IsSteppedBack())
         SetTopmost(this, true);
 }
 
 bool VLM_MAIN::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == VlmPDFSlide_ && event->type() == QEvent::MouseButtonDblClick) {
+    if (watched == panes_.VlmPDFSlide && event->type() == QEvent::MouseButtonDblClick) {
         slideArmed_ = static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton;
-    } else if (watched == VlmPDFSlide_ && event->type() == QEvent::MouseButtonRelease &&
+    } else if (watched == panes_.VlmPDFSlide && event->type() == QEvent::MouseButtonRelease &&
                std::exchange(slideArmed_, false)) {
         RunGuarded(messages_, this, [this] { OpenSymbol(); });
     }

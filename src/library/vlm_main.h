@@ -1,20 +1,19 @@
 #pragma once
 
+#include "library/browser_panes.h"
 #include "library/category_tree.h"
 #include "library/entry_list.h"
+#include "library/library_commands.h"
 #include "library/library_files.h"
 #include "platform/message_boxes.h"
 #include "platform/modal_window.h"
 #include "platform/settings_store.h"
 #include "startup/global_state.h"
 
-#include <QLabel>
-
 #include <functional>
+#include <memory>
 
 namespace velmo {
-
-class SlideView;
 
 // The library browser: the category tree with the category's slide, the entries of a category with the slide
 // of the chosen one; hands the chosen symbol to the variable window.
@@ -42,10 +41,11 @@ protected:
 
 private:
     void BuildControls();
-    void BuildPanes();
     void BuildMenus();
     void OpenOrCreateLibraries();
     void RestorePlace();
+    void RebuildTree();
+    void ClearCategory();
     void ShowCategory(EntryList::Restore restore);
     void OpenSymbol();
     void CancelBrowser();
@@ -56,18 +56,15 @@ private:
     MessageBoxes& messages_;
     ShowVariableWindow showVariableWindow_;
 
-    KeyedTree* VlmTreeView_ = nullptr;
-    SlideView* VlmTreeSlide_ = nullptr;
-    SlideView* VlmPDFSlide_ = nullptr;
-    QListView* VlmPdfList_ = nullptr;
-    QLabel* pathPanel_ = nullptr;
+    BrowserPanes panes_;
     CategoryTree* tree_ = nullptr;
     EntryList* entries_ = nullptr;
+    std::unique_ptr<LibraryCommands> commands_;
 
     // The window was left through Open: its place and the choices are saved when it closes.
     bool opened_ = false;
-    // The variable window is above this one and must stay there.
-    bool covered_ = false;
+    // What tree and list show is the selected category.
+    bool categoryShown_ = false;
     // The slide was double-clicked; the release of the button opens the symbol.
     bool slideArmed_ = false;
 };

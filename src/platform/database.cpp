@@ -97,6 +97,8 @@ Database::Database(const QString& path, Access access)
     // half done.
     if (access == Access::Read)
         Execute(QStringLiteral("PRAGMA query_only=ON"));
+    else if (sqlite3_db_readonly(connection_->getHandle(), "main") != 0)
+        throw RuntimeError(ErrorNumber::DatabaseReadOnly).InFile(path_);
 }
 
 Database Database::Create(const QString& path, Collation collation) {

@@ -26,7 +26,8 @@ public:
     // every TEXT column made in it later compares so.
     enum class Collation { Bytes, Japanese };
 
-    // Opens an existing file (stored path). Throws 53, 75, 76, 3260 (locked) or 3343 (no database).
+    // Opens an existing file (stored path). Throws 53, 75, 76, 3260 (locked) or 3343 (no database), and for
+    // writing 3027 when the file can only be read.
     Database(const QString& path, Access access);
 
     // Makes a new, empty file; there must be none of that name.

@@ -29,20 +29,6 @@ QString FindIgnoringCase(const QString& folder, const QString& name) {
 }
 #endif
 
-[[noreturn]] void ThrowCannotWrite(const QString& stored, int systemError) {
-    const QFileInfo info(NativePath(stored));
-    ErrorNumber number = ErrorNumber::PathFileAccess;
-    if (systemError == ENOSPC || systemError == EFBIG)
-        number = ErrorNumber::DiskFull;
-    else if (systemError == EIO)
-        number = ErrorNumber::DeviceIo;
-    else if (!info.dir().exists())
-        number = ErrorNumber::PathNotFound;
-    else if (!info.isDir())
-        number = ErrorNumber::PermissionDenied;
-    throw RuntimeError(number).InFile(stored);
-}
-
 // The finished work file, which does not count before it is committed.
 std::unique_ptr<QSaveFile> WriteBeside(const QString& stored, const QByteArray& bytes) {
     auto file = std::make_unique<QSaveFile>(NativePath(stored));
@@ -154,6 +140,20 @@ bool ReplaceFileThrough(const QString& work, const QString& stored, const QByteA
 void RenameOver(const QString& from, const QString& to) {
     if (Rename(NativePath(from), NativePath(to)))
         throw RuntimeError(ErrorNumber::PathFileAccess).InFile(to);
+}
+
+void ThrowCannotWrite(const QString& stored, int systemError) {
+    const QFileInfo info(NativePath(stored));
+    ErrorNumber number = ErrorNumber::PathFileAccess;
+    if (systemError == ENOSPC || systemError == EFBIG)
+        number = ErrorNumber::DiskFull;
+    else if (systemError == EIO)
+        number = ErrorNumber::DeviceIo;
+    else if (!info.dir().exists())
+        number = ErrorNumber::PathNotFound;
+    else if (!info.isDir())
+        number = ErrorNumber::PermissionDenied;
+    throw RuntimeError(number).InFile(stored);
 }
 
 void ThrowCannotOpen(const QString& stored) {

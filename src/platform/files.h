@@ -46,6 +46,9 @@ void ReplaceFiles(const std::vector<FileReplacement>& files);
 // Throws 75 when that fails.
 void RenameOver(const QString& from, const QString& to);
 
+// The file (stored path) could not be written: the error that says why. systemError: errno after the failure.
+[[noreturn]] void ThrowCannotWrite(const QString& stored, int systemError);
+
 // Opens failed: the error that says why the file could not be opened for reading.
 [[noreturn]] void ThrowCannotOpen(const QString& stored);
 

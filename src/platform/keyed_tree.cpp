@@ -2,6 +2,7 @@
 
 #include <QMouseEvent>
 #include <QScopedValueRollback>
+#include <QScrollBar>
 
 namespace velmo {
 
@@ -40,6 +41,21 @@ bool KeyedTree::IsExpanded(const QString& key) const {
     return isExpanded(model_->Find(key));
 }
 
+QStringList KeyedTree::ExpandedKeys() const {
+    QStringList keys;
+    for (QModelIndex index = model_->index(0, 0); index.isValid(); index = indexBelow(index)) {
+        if (isExpanded(index))
+            keys << model_->Key(index);
+    }
+    return keys;
+}
+
+void KeyedTree::ScrollBackTo(int value) {
+    executeDelayedItemsLayout();
+    verticalScrollBar()->setValue(value);
+    scrollTo(currentIndex());
+}
+
 void KeyedTree::Select(const QString& key) {
     const QScopedValueRollback<bool> quiet(selecting_, true);
     const QModelIndex index = model_->Find(key);
@@ -60,6 +76,16 @@ void KeyedTree::mousePressEvent(QMouseEvent* event) {
         return;
     if (!told_)
         Q_EMIT NodeClicked(model_->Key(pressed));
+}
+
+void KeyedTree::keyPressEvent(QKeyEvent* event) {
+    if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter) {
+        QTreeView::keyPressEvent(event);
+        return;
+    }
+    event->ignore();
+    if (const QString key = SelectedKey(); !key.isEmpty())
+        Q_EMIT EnterPressed(key);
 }
 
 void KeyedTree::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) {

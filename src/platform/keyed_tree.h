@@ -27,19 +27,26 @@ public:
 
     void SetExpanded(const QString& key, bool expanded);
     bool IsExpanded(const QString& key) const;
+    // From the top; a node comes before what is below it.
+    QStringList ExpandedKeys() const;
 
     // Makes a node the selected one and scrolls to it, without NodeClicked.
     void Select(const QString& key);
     QString SelectedKey() const;
+    // Takes the vertical scroll bar back to a value, as far as the selected node then stays in sight.
+    void ScrollBackTo(int value);
 
 Q_SIGNALS:
     // The user chose a node, with the mouse or the keyboard; the node chosen before may be chosen again.
     void NodeClicked(const QString& key);
+    // Enter on the selected node; it is left to the window as well.
+    void EnterPressed(const QString& key);
     void NodeExpanded(const QString& key);
     void NodeCollapsed(const QString& key);
 
 protected:
     void mousePressEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
     void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
 
 private:

@@ -5,8 +5,8 @@
 
 namespace velmo {
 
-// A dialog that is above all other windows while it is the active one, and that comes back in the size that the
-// user gave it.
+// A dialog that is above all other windows while it is the active one, and that comes back in the size that
+// the user gave it.
 class ModalDialog : public QDialog {
     Q_OBJECT
 

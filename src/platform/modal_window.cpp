@@ -1,5 +1,7 @@
 #include "platform/modal_window.h"
 
+#include "platform/window_places.h"
+
 #include <QCloseEvent>
 #include <QEventLoop>
 
@@ -20,6 +22,16 @@ void ModalWindow::closeEvent(QCloseEvent* event) {
     QMainWindow::closeEvent(event);
     if (event->isAccepted())
         Q_EMIT Closed();
+}
+
+StepsBack::StepsBack(ModalWindow& window) : window_(window) {
+    window_.steppedBack_ = true;
+    SetTopmost(&window_, false);
+}
+
+StepsBack::~StepsBack() {
+    window_.steppedBack_ = false;
+    SetTopmost(&window_, true);
 }
 
 } // namespace velmo

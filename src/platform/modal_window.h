@@ -14,11 +14,31 @@ public:
     // Shows the window, blocks the others, and returns when it is closed or the program ends.
     void ShowModal();
 
+    // Another window stands above this one and must stay there.
+    bool IsSteppedBack() const { return steppedBack_; }
+
 Q_SIGNALS:
     void Closed();
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+
+private:
+    friend class StepsBack;
+
+    bool steppedBack_ = false;
+};
+
+// While it lives, a topmost window lets another come before it; then it is topmost again.
+class StepsBack {
+public:
+    explicit StepsBack(ModalWindow& window);
+    ~StepsBack();
+    StepsBack(const StepsBack&) = delete;
+    StepsBack& operator=(const StepsBack&) = delete;
+
+private:
+    ModalWindow& window_;
 };
 
 } // namespace velmo

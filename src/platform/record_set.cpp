@@ -9,8 +9,6 @@ namespace velmo {
 
 namespace {
 
-constexpr qsizetype LongestText = 255;
-
 void Bind(SQLite::Statement& statement, int index, const std::variant<qint64, std::string>& value) {
     if (const auto* number = std::get_if<qint64>(&value))
         statement.bind(index, int64_t(*number));

@@ -10,6 +10,9 @@
 
 namespace velmo {
 
+// The most characters that a text field holds.
+inline constexpr qsizetype LongestText = 255;
+
 // The rows of one table that a statement "SELECT * FROM table [WHERE condition]" names, walked, searched and
 // changed one at a time. Fields are named without regard to case, or by their ordinal, 0-based. Right after
 // opening the first row is the current one. Without a current row, reading and changing throw 3021.

@@ -31,7 +31,7 @@ QString Meaning(ErrorNumber number) {
     case ErrorNumber::NoCurrentRecord:
         return QStringLiteral("カレント レコードがありません。");
     case ErrorNumber::DatabaseReadOnly:
-        return QStringLiteral("データベースは読み取り専用のため、更新できません。");
+        return QStringLiteral("データベースは読み取り専用のため、書き込めません。");
     case ErrorNumber::QuerySyntax:
         return QStringLiteral("検索条件の構文が正しくありません。");
     case ErrorNumber::TableNotFound:

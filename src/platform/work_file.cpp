@@ -1,5 +1,6 @@
 #include "platform/work_file.h"
 
+#include <QDateTime>
 #include <QFileInfo>
 
 #ifdef Q_OS_WIN
@@ -25,12 +26,18 @@ bool OpenAlone(QFile& file) {
 // A new file has the rights that its folder gives.
 void CopyPermissions(int, const QString&) {}
 
+void CopyTimes(QFile& file, const QString& other) {
+    file.setFileTime(QFileInfo(other).lastModified(), QFileDevice::FileModificationTime);
+}
+
 bool Sync(int handle) {
     return ::_commit(handle) == 0;
 }
 
 // The system renames through to the disk.
-void SyncFolder(const QString&) {}
+bool SyncFolder(const QString&) {
+    return true;
+}
 
 #else
 
@@ -94,6 +101,14 @@ void CopyPermissions(int handle, const QString& other) {
     static_cast<void>(::fchmod(handle, old.st_mode & 0777));
 }
 
+void CopyTimes(QFile& file, const QString& other) {
+    struct stat old {};
+    if (::stat(QFile::encodeName(other).constData(), &old) != 0)
+        return;
+    const timespec times[] = {old.st_atim, old.st_mtim};
+    static_cast<void>(::futimens(file.handle(), times));
+}
+
 // Some file systems cannot, and say so.
 bool CannotSync(int error) {
     return error == EINVAL || error == ENOTSUP;
@@ -103,12 +118,16 @@ bool Sync(int handle) {
     return ::fsync(handle) == 0 || CannotSync(errno);
 }
 
-void SyncFolder(const QString& path) {
+// False when the disk failed. Who may not read a folder cannot sync it either.
+bool SyncFolder(const QString& path) {
     const int folder = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (folder < 0)
-        return;
-    ::fsync(folder);
+        return errno == EACCES;
+    const bool synced = Sync(folder);
+    const int failure = errno;
     ::close(folder);
+    errno = failure;
+    return synced;
 }
 
 #endif
@@ -128,8 +147,12 @@ void WorkFile::TakePermissions(const QString& other) {
     CopyPermissions(file_.handle(), other);
 }
 
-bool WorkFile::Write(const QByteArray& bytes) {
-    return file_.write(bytes) == bytes.size();
+void WorkFile::TakeTimes(const QString& other) {
+    CopyTimes(file_, other);
+}
+
+bool WorkFile::Write(QByteArrayView bytes) {
+    return file_.write(bytes.data(), bytes.size()) == bytes.size();
 }
 
 bool WorkFile::Finish() {
@@ -141,9 +164,9 @@ bool WorkFile::Finish() {
     return true;
 }
 
-void WorkFile::Renamed(const QString& name) {
+bool WorkFile::Renamed(const QString& name) {
     mine_ = false;
-    SyncFolder(QFileInfo(name).path());
+    return SyncFolder(QFileInfo(name).path());
 }
 
 } // namespace velmo

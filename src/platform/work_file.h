@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArrayView>
 #include <QFile>
 
 namespace velmo {
@@ -20,11 +21,13 @@ public:
     const QString& Path() const { return path_; }
     // Those of another file, if it exists, as far as the file system lets it have them.
     void TakePermissions(const QString& other);
-    bool Write(const QByteArray& bytes);
+    // The times of another file, once all is written.
+    void TakeTimes(const QString& other);
+    bool Write(QByteArrayView bytes);
     // The bytes are on the disk, and the file can be renamed.
     bool Finish();
-    // It has this name now, which is to outlast a loss of power too.
-    void Renamed(const QString& name);
+    // It has this name now, which is to outlast a loss of power too. False when that is not certain.
+    bool Renamed(const QString& name);
 
 private:
     QString path_;

@@ -63,4 +63,9 @@ struct GlobalState {
     QHash<QString, QSize> DialogSizes;
 };
 
+// The library that the selected category belongs to.
+inline const QString& CurrentLibrary(const GlobalState& state) {
+    return state.SystemTreeFirst ? state.SystemDb : state.LibraryDb;
+}
+
 } // namespace velmo

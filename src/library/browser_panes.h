@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QLabel>
+#include <QListView>
+
+class QMainWindow;
+
+namespace velmo {
+
+class KeyedTree;
+class SlideView;
+
+// The controls that the browser shows: the category tree with the category's slide below it, the slide of the
+// chosen entry above the list, the status bar.
+struct BrowserPanes {
+    KeyedTree* VlmTreeView = nullptr;
+    SlideView* VlmTreeSlide = nullptr;
+    SlideView* VlmPDFSlide = nullptr;
+    QListView* VlmPdfList = nullptr;
+    // The status bar's panels: the path of the selected category, and the name of one that was just stored.
+    QLabel* pathPanel = nullptr;
+    QLabel* namePanel = nullptr;
+
+    // Makes the controls and lays them out in the window.
+    void SetUp(QMainWindow& window);
+
+private:
+    void SetUpStatusBar(QMainWindow& window);
+};
+
+} // namespace velmo

@@ -1,0 +1,82 @@
+#include "library/move_note.h"
+
+#include "platform/files.h"
+#include "platform/runtime_error.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QJsonArray>
+#include <QJsonDocument>
+
+#include <cerrno>
+#include <optional>
+
+namespace velmo {
+
+namespace {
+
+// Each line is a list of its own, so that names may hold whatever they like.
+QByteArray Line(const NameChange& change) {
+    const QJsonArray texts{change.field, change.oldName, change.newName};
+    return QJsonDocument(texts).toJson(QJsonDocument::Compact) + '\n';
+}
+
+std::optional<NameChange> ReadLine(const QByteArray& line) {
+    constexpr qsizetype texts = 3;
+    const QJsonArray read = QJsonDocument::fromJson(line).array();
+    if (read.size() != texts || !read[0].isString() || !read[1].isString() || !read[2].isString())
+        return std::nullopt;
+    const NameChange change{read[0].toString(), read[1].toString(), read[2].toString()};
+    if (change.field != PdfField && change.field != SlideField)
+        return std::nullopt;
+    return change;
+}
+
+} // namespace
+
+MoveNote::MoveNote(const QString& library)
+    : stored_(library + QStringLiteral(".move")), path_(NativePath(library) + QStringLiteral(".move")) {}
+
+bool MoveNote::Exists() const {
+    return QFileInfo::exists(path_);
+}
+
+QByteArray MoveNote::Bytes() const {
+    QFile file(path_);
+    if (!QFileInfo(path_).isFile() || !file.open(QIODevice::ReadOnly))
+        ThrowCannotOpen(path_);
+    return file.readAll();
+}
+
+std::vector<NameChange> MoveNote::Read() {
+    known_ = Bytes();
+    std::vector<NameChange> changes;
+    QByteArrayList lines = known_.split('\n');
+    const bool whole = lines.takeLast().isEmpty();
+    for (const QByteArray& line : lines) {
+        const std::optional<NameChange> change = ReadLine(line);
+        if (!change || !whole)
+            throw RuntimeError(ErrorNumber::PathFileAccess,
+                               QStringLiteral("前回のファイル移動の記録を読めません。"))
+                .InFile(stored_)
+                .AtLine(qint64(changes.size()) + 1);
+        changes.push_back(*change);
+    }
+    return changes;
+}
+
+void MoveNote::Write(const std::vector<NameChange>& changes) {
+    QByteArray bytes;
+    for (const NameChange& change : changes)
+        bytes += Line(change);
+    if (!ReplaceFileThrough(path_ + QStringLiteral(".new"), path_, bytes))
+        ThrowCannotWrite(stored_, errno);
+    known_ = bytes;
+}
+
+void MoveNote::Remove() const {
+    if (Exists() && Bytes() == known_)
+        DeleteFile(path_);
+}
+
+} // namespace velmo

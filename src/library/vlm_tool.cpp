@@ -1,0 +1,152 @@
+#include "library/vlm_tool.h"
+
+#include "library/category_source.h"
+#include "library/symbol_file_move.h"
+#include "pickers/vlm_sel_dir.h"
+#include "platform/guarded.h"
+#include "platform/numbers.h"
+#include "platform/progress_box.h"
+
+#include <QBoxLayout>
+#include <QHeaderView>
+#include <QScopeGuard>
+
+#include <algorithm>
+
+namespace velmo {
+
+namespace {
+
+// Pixels.
+constexpr int Gap = 8;
+constexpr int Margin = 12;
+constexpr QSize WindowSize(720, 440);
+constexpr int NameWidth = 200;
+constexpr int FileWidth = 230;
+
+const QString NoSymbol = QStringLiteral("移動させるｼﾝﾎﾞﾙを指定してください");
+const QString NoFolder = QStringLiteral("移動させるフォルダを指定してください");
+
+} // namespace
+
+Vlm_Tool::Vlm_Tool(GlobalState& state, MessageBoxes& messages, QWidget* parent)
+    : ModalDialog(parent, "Vlm_Tool", state.DialogSizes), state_(state), messages_(messages) {
+    // By this caption scripts know the window.
+    setWindowTitle(QStringLiteral("Form1"));
+    BuildControls();
+    ListContent();
+    resize(WindowSize);
+}
+
+void Vlm_Tool::BuildControls() {
+    MastFolder_ = new QLabel;
+    MastFolder_->setObjectName(QStringLiteral("MastFolder"));
+    MastFolder_->setTextFormat(Qt::PlainText);
+    MastFolder_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+
+    content_ = new ContentModel(this);
+    SelList_ = new QTreeView;
+    SelList_->setObjectName(QStringLiteral("SelList"));
+    SelList_->setAccessibleName(QStringLiteral("フォルダの内容"));
+    SelList_->setModel(content_);
+    SelList_->setRootIsDecorated(false);
+    SelList_->setUniformRowHeights(true);
+    SelList_->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    SelList_->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    SelList_->setTextElideMode(Qt::ElideMiddle);
+    SelList_->header()->resizeSection(0, NameWidth);
+    SelList_->header()->resizeSection(1, FileWidth);
+
+    const auto button = [this](const char* name, const QString& text, auto action) {
+        auto* made = new QPushButton(text);
+        made->setObjectName(QLatin1String(name));
+        made->setAutoDefault(false);
+        connect(made, &QPushButton::clicked, this, [this, action] { RunGuarded(messages_, this, action); });
+        return made;
+    };
+    AllBtn_ = button("AllBtn", QStringLiteral("全選択"), [this] { SelList_->selectAll(); });
+    NonBtn_ = button("NonBtn", QStringLiteral("全解除"), [this] { SelList_->clearSelection(); });
+    FilMovBtn_ = button("FilMovBtn", QStringLiteral("ファイル移動"), [this] { MoveFiles(); });
+    FolDerMovBtn_ = button("FolDerMovBtn", QStringLiteral("フォルダ移動"), [this] { MoveFolders(); });
+    CanBtn_ = button("CanBtn", QStringLiteral("キャンセル"), [this] { reject(); });
+
+    auto* buttons = new QHBoxLayout;
+    buttons->setSpacing(Gap);
+    buttons->addWidget(AllBtn_);
+    buttons->addWidget(NonBtn_);
+    buttons->addStretch(1);
+    buttons->addWidget(FilMovBtn_);
+    buttons->addWidget(FolDerMovBtn_);
+    buttons->addSpacing(Gap);
+    buttons->addWidget(CanBtn_);
+    auto* all = new QVBoxLayout(this);
+    all->setContentsMargins(Margin, Margin, Margin, Margin);
+    all->setSpacing(Gap);
+    all->addWidget(MastFolder_);
+    all->addWidget(SelList_, 1);
+    all->addLayout(buttons);
+    SelList_->setFocus();
+}
+
+void Vlm_Tool::ListContent() {
+    MastFolder_->setText(state_.CurFolderName);
+    MastFolder_->setToolTip(state_.CurFolderName);
+    content_->SetRows(FolderContent(state_));
+    FolderCount_ = std::int16_t(std::ranges::count_if(content_->Rows(), &ContentRow::isFolder));
+    FilMovBtn_->setEnabled(FolderCount_ == 0);
+    FilMovBtn_->setToolTip(FolderCount_ == 0 ? QString()
+                                             : QStringLiteral("サブフォルダのあるフォルダでは使えません"));
+}
+
+std::vector<ContentRow> Vlm_Tool::Selected() const {
+    std::vector<ContentRow> selected;
+    for (int row = 0; row < content_->rowCount(); ++row) {
+        if (SelList_->selectionModel()->isRowSelected(row))
+            selected.push_back(content_->Rows()[size_t(row)]);
+    }
+    return selected;
+}
+
+// False when the choice was cancelled.
+bool Vlm_Tool::PickFolder(bool onDisk) {
+    state_.PickDiskDir = onDisk;
+    Vlm_SelDir(
+        state_, messages_, [this](KeyedTree& tree) { return std::make_unique<CategorySource>(tree, state_); },
+        this)
+        .ShowModal();
+    return !state_.PickedDir.isEmpty();
+}
+
+void Vlm_Tool::MoveFiles() {
+    const std::vector<ContentRow> selected = Selected();
+    if (selected.empty()) {
+        messages_.Inform(this, NoSymbol);
+        return;
+    }
+    if (!PickFolder(true))
+        return;
+    // A move that failed may have moved some files all the same.
+    auto showWhatIsThere = qScopeGuard([this] { RunGuarded(messages_, this, [this] { ListContent(); }); });
+    ProgressBox progress(this, QStringLiteral("ファイルを移動しています..."), ProgressBox::Cancel::Yes);
+    FileMoveCallbacks callbacks;
+    callbacks.inform = [this](const QString& text) { messages_.Inform(this, text); };
+    callbacks.ask = [this](const QString& text) { return messages_.Ask(this, text); };
+    callbacks.progress = [&progress](qint64 done, qint64 total) { return progress.Report(done, total); };
+    MoveSymbolFiles(state_, selected, callbacks);
+    showWhatIsThere.dismiss();
+    accept();
+}
+
+void Vlm_Tool::MoveFolders() {
+    const std::vector<ContentRow> selected = Selected();
+    if (selected.empty()) {
+        messages_.Inform(this, FolderCount_ != 0 ? NoFolder : NoSymbol);
+        return;
+    }
+    if (!PickFolder(false))
+        return;
+    MoveToCategory(state_, content_->Rows(), selected, ToInteger(state_.PickedDir));
+    accept();
+}
+
+} // namespace velmo
