@@ -1,10 +1,10 @@
 #include "library/browser_panes.h"
 
+#include "library/browser_layout.h"
 #include "platform/keyed_tree.h"
 #include "platform/slide_view.h"
 
 #include <QMainWindow>
-#include <QSplitter>
 #include <QStatusBar>
 
 namespace velmo {
@@ -18,15 +18,6 @@ Control* Named(Control* control, const char* name, const QString& accessibleName
     return control;
 }
 
-QSplitter* Split(Qt::Orientation orientation, QWidget* first, QWidget* second, const QList<int>& sizes) {
-    auto* splitter = new QSplitter(orientation);
-    splitter->addWidget(first);
-    splitter->addWidget(second);
-    splitter->setSizes(sizes);
-    splitter->setChildrenCollapsible(false);
-    return splitter;
-}
-
 } // namespace
 
 void BrowserPanes::SetUp(QMainWindow& window) {
@@ -35,8 +26,8 @@ void BrowserPanes::SetUp(QMainWindow& window) {
     VlmPDFSlide = Named(new SlideView, "VlmPDFSlide", QStringLiteral("シンボルのスライド"));
     VlmPdfList = Named(new KeepsSelection<QListView>, "VlmPdfList", QStringLiteral("シンボルの一覧"));
     VlmTreeSlide->SetEmptyText(QStringLiteral("この分類にスライドはありません"));
-    window.setCentralWidget(Split(Qt::Horizontal, Split(Qt::Vertical, VlmTreeView, VlmTreeSlide, {300, 200}),
-                                  Split(Qt::Vertical, VlmPDFSlide, VlmPdfList, {250, 250}), {200, 300}));
+    layout = new BrowserLayout(VlmTreeView, VlmTreeSlide, VlmPDFSlide, VlmPdfList);
+    window.setCentralWidget(layout);
     SetUpStatusBar(window);
 }
 

@@ -7,6 +7,7 @@ class QMainWindow;
 
 namespace velmo {
 
+class BrowserLayout;
 class KeyedTree;
 class SlideView;
 
@@ -17,6 +18,7 @@ struct BrowserPanes {
     SlideView* VlmTreeSlide = nullptr;
     SlideView* VlmPDFSlide = nullptr;
     QListView* VlmPdfList = nullptr;
+    BrowserLayout* layout = nullptr;
     // The status bar's panels: the path of the selected category, and the name of one that was just stored.
     QLabel* pathPanel = nullptr;
     QLabel* namePanel = nullptr;

@@ -52,16 +52,18 @@ std::vector<NameChange> MoveNote::Read() {
     known_ = Bytes();
     std::vector<NameChange> changes;
     QByteArrayList lines = known_.split('\n');
-    const bool whole = lines.takeLast().isEmpty();
+    bool understood = lines.takeLast().isEmpty();
     for (const QByteArray& line : lines) {
         const std::optional<NameChange> change = ReadLine(line);
-        if (!change || !whole)
-            throw RuntimeError(ErrorNumber::PathFileAccess,
-                               QStringLiteral("前回のファイル移動の記録を読めません。"))
-                .InFile(stored_)
-                .AtLine(qint64(changes.size()) + 1);
-        changes.push_back(*change);
+        understood = understood && change;
+        if (understood)
+            changes.push_back(*change);
     }
+    if (!understood)
+        throw RuntimeError(ErrorNumber::PathFileAccess,
+                           QStringLiteral("前回のファイル移動の記録を読めません。"))
+            .InFile(stored_)
+            .AtLine(qint64(changes.size()) + 1);
     return changes;
 }
 

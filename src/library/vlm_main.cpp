@@ -1,6 +1,7 @@
 #include "library/vlm_main.h"
 
 #include "library/browser_icons.h"
+#include "library/browser_layout.h"
 #include "library/symbol_file_move.h"
 #include "platform/files.h"
 #include "platform/guarded.h"
@@ -63,39 +64,64 @@ void VLM_MAIN::BuildControls() {
     });
     connect(entries_, &EntryList::OpenWanted, this,
             [this] { RunGuarded(messages_, this, [this] { OpenSymbol(); }); });
-    BuildMenus();
+    BuildFileMenu();
+    menuBar()->addMenu(&commands_->EditMenu());
+    BuildToolBar();
+    BuildDisplayMenu();
 }
 
-void VLM_MAIN::BuildMenus() {
-    const auto command = [this](const char* name, const QIcon& icon, const QString& text, auto action) {
-        auto* item = new QAction(icon, text, this);
-        item->setObjectName(QLatin1String(name));
-        connect(item, &QAction::triggered, this, [this, action] { RunGuarded(messages_, this, action); });
-        return item;
-    };
+QAction* VLM_MAIN::MakeCommand(const char* name, const QIcon& icon, const QString& text,
+                               std::function<void()> run) {
+    auto* command = new QAction(icon, text, this);
+    command->setObjectName(QLatin1String(name));
+    connect(command, &QAction::triggered, this,
+            [this, run = std::move(run)] { RunGuarded(messages_, this, run); });
+    return command;
+}
+
+void VLM_MAIN::BuildFileMenu() {
     QMenu* file = menuBar()->addMenu(QStringLiteral("ファイル(&F)"));
     file->setObjectName(QStringLiteral("VlmMnuFile"));
     QAction* open =
-        command("VlmMnuFileOpen", OpenIcon(), QStringLiteral("開く(&O)"), [this] { OpenSymbol(); });
+        MakeCommand("VlmMnuFileOpen", OpenIcon(), QStringLiteral("開く(&O)"), [this] { OpenSymbol(); });
     open->setShortcut(QKeySequence::Open);
     file->addAction(open);
     file->addSeparator();
-    file->addAction(command("VlmMnuFileCan", CancelIcon(), QStringLiteral("キャンセル(&C)"),
-                            [this] { CancelBrowser(); }));
-    menuBar()->addMenu(&commands_->EditMenu());
+    file->addAction(MakeCommand("VlmMnuFileCan", CancelIcon(), QStringLiteral("キャンセル(&C)"),
+                                [this] { CancelBrowser(); }));
+}
 
-    QToolBar* bar = addToolBar(QStringLiteral("ツールバー"));
-    bar->setObjectName(QStringLiteral("VlmToolbar"));
-    bar->setMovable(false);
-    bar->setContextMenuPolicy(Qt::PreventContextMenu);
-    bar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
-    bar->addAction(command("Tbar_Open", OpenIcon(), QStringLiteral("開く"), [this] { OpenSymbol(); }));
-    bar->addAction(command("Tbar_Cancel", CancelIcon(), QStringLiteral("閉じる"), [this] { close(); }));
+void VLM_MAIN::BuildToolBar() {
+    VlmToolbar_ = addToolBar(QStringLiteral("ツールバー"));
+    VlmToolbar_->setObjectName(QStringLiteral("VlmToolbar"));
+    VlmToolbar_->setMovable(false);
+    VlmToolbar_->setContextMenuPolicy(Qt::PreventContextMenu);
+    VlmToolbar_->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    VlmToolbar_->addAction(
+        MakeCommand("Tbar_Open", OpenIcon(), QStringLiteral("開く"), [this] { OpenSymbol(); }));
+    VlmToolbar_->addAction(
+        MakeCommand("Tbar_Cancel", CancelIcon(), QStringLiteral("閉じる"), [this] { close(); }));
+}
+
+void VLM_MAIN::BuildDisplayMenu() {
+    VlmMnuDisp_ = menuBar()->addMenu(QStringLiteral("表示(&V)"));
+    VlmMnuDisp_->setObjectName(QStringLiteral("VlmMnuDisp"));
+    const auto toggle = [this](const char* name, const QString& text, QWidget* shown) {
+        QAction* item = VlmMnuDisp_->addAction(text);
+        item->setObjectName(QLatin1String(name));
+        item->setCheckable(true);
+        item->setChecked(true);
+        connect(item, &QAction::toggled, shown, &QWidget::setVisible);
+    };
+    toggle("VlmMnuDispSB", QStringLiteral("ステータスバー(&S)"), statusBar());
+    toggle("VlmMnuDispTB", QStringLiteral("ツールバー(&T)"), VlmToolbar_);
 }
 
 bool VLM_MAIN::Load() {
-    if (state_.RunMode == run_mode::UserLibrary)
+    if (state_.RunMode == run_mode::UserLibrary) {
         commands_->SwitchOff();
+        VlmMnuDisp_->menuAction()->setVisible(false);
+    }
     try {
         OpenOrCreateLibraries();
         FinishInterruptedMove(state_.LibraryDb, state_.LibRoot);
@@ -133,6 +159,7 @@ void VLM_MAIN::RestorePlace() {
     const QRect onScreen = BroughtOntoScreen(place);
     move(onScreen.topLeft());
     resize(onScreen.size());
+    panes_.layout->Restore(settings_);
 }
 
 void VLM_MAIN::RebuildTree() {
@@ -217,6 +244,7 @@ void VLM_MAIN::SaveOnClose() {
         settings_.Save(keys::VlmMainTop, PixelsToTwips(place.y()));
         settings_.Save(keys::VlmMainWidth, PixelsToTwips(place.width()));
         settings_.Save(keys::VlmMainHeight, PixelsToTwips(place.height()));
+        panes_.layout->Save(settings_);
     }
     settings_.Save(keys::LastSymbol(state_.UserLibrary), state_.SymbolFile);
     if (state_.RunMode == run_mode::UserLibrary) {

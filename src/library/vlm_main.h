@@ -10,6 +10,8 @@
 #include "platform/settings_store.h"
 #include "startup/global_state.h"
 
+#include <QToolBar>
+
 #include <functional>
 #include <memory>
 
@@ -41,7 +43,10 @@ protected:
 
 private:
     void BuildControls();
-    void BuildMenus();
+    QAction* MakeCommand(const char* name, const QIcon& icon, const QString& text, std::function<void()> run);
+    void BuildFileMenu();
+    void BuildToolBar();
+    void BuildDisplayMenu();
     void OpenOrCreateLibraries();
     void RestorePlace();
     void RebuildTree();
@@ -57,6 +62,8 @@ private:
     ShowVariableWindow showVariableWindow_;
 
     BrowserPanes panes_;
+    QMenu* VlmMnuDisp_ = nullptr;
+    QToolBar* VlmToolbar_ = nullptr;
     CategoryTree* tree_ = nullptr;
     EntryList* entries_ = nullptr;
     std::unique_ptr<LibraryCommands> commands_;

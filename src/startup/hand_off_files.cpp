@@ -18,6 +18,10 @@ QString ChoiceFile(const QString& folder) {
     return folder + QStringLiteral("velmo.ret2");
 }
 
+QString DocumentFile(const QString& folder) {
+    return folder + QStringLiteral("velmo.doc");
+}
+
 } // namespace
 
 PreviousAnswer ReadPreviousAnswer(const QString& folder) {
@@ -49,6 +53,12 @@ void WriteAnswer(const QString& folder, const QList<VariableValue>& values, cons
 void WriteNoSelection(const QString& folder) {
     TextWriter file(ChoiceFile(folder));
     file.WriteLine(NoSelection);
+    file.Commit();
+}
+
+void WriteDocument(const QString& folder, const QString& document) {
+    TextWriter file(DocumentFile(folder));
+    file.WriteLine(document);
     file.Commit();
 }
 

@@ -37,4 +37,7 @@ void WriteAnswer(const QString& folder, const QList<VariableValue>& values, cons
 // velmo.ret2 when nothing was chosen.
 void WriteNoSelection(const QString& folder);
 
+// velmo.doc when the run ended with a document (stored path) instead of values.
+void WriteDocument(const QString& folder, const QString& document);
+
 } // namespace velmo

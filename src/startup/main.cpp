@@ -2,6 +2,7 @@
 #include "platform/font_preload.h"
 #include "platform/guarded.h"
 #include "platform/velmo_style.h"
+#include "startup/hand_off_files.h"
 #include "startup/load_settings.h"
 #include "variables/vlm_vedt.h"
 
@@ -13,6 +14,15 @@ namespace velmo {
 
 namespace {
 
+// The run ended with a document. An answer that cannot be written ends the program.
+void AnswerDocument(const GlobalState& state) {
+    try {
+        WriteDocument(state.TempDir, state.HomeDir + state.PickedPdf);
+    } catch (RuntimeError& error) {
+        throw error.EndsProgram();
+    }
+}
+
 void ShowVariableWindow(GlobalState& state, SettingsStore& settings, MessageBoxes& messages,
                         VLM_MAIN* browser) {
     VLM_VEDT window(state, settings, messages);
@@ -20,6 +30,14 @@ void ShowVariableWindow(GlobalState& state, SettingsStore& settings, MessageBoxe
         QObject::connect(&window, &VLM_VEDT::Cancelled, browser, &VLM_MAIN::ForgetOpened);
     window.Load();
     window.ShowModal();
+    if (state.RunMode != run_mode::Document)
+        return;
+    AnswerDocument(state);
+    // Unlike a symbol that was opened, a document leaves no trace in the settings.
+    if (browser) {
+        browser->ForgetOpened();
+        browser->close();
+    }
 }
 
 // One window is shown; when it closes, the program ends.

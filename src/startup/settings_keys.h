@@ -23,6 +23,10 @@ inline const QString VlmMainLeft = QStringLiteral("VlmMainLeft");
 inline const QString VlmMainTop = QStringLiteral("VlmMainTop");
 inline const QString VlmMainWidth = QStringLiteral("VlmMainWidth");
 inline const QString VlmMainHeight = QStringLiteral("VlmMainHeight");
+// The rectangle of each of the browser's splitters: the name followed by Left, Top, Width and Height.
+inline const QString FrameSplit = QStringLiteral("FrameSplit");
+inline const QString TreeSplit = QStringLiteral("TreeSplit");
+inline const QString PdfSplit = QStringLiteral("PdfSplit");
 // The full path of each library's database, for the CAD side.
 inline const QString VelmoDB = QStringLiteral("VelmoDB");
 inline const QString UsrDB = QStringLiteral("UsrDB");

@@ -6,6 +6,7 @@
 
 #include <QBoxLayout>
 #include <QMainWindow>
+#include <QMenuBar>
 #include <QSplitter>
 #include <QStatusBar>
 
@@ -39,6 +40,7 @@ void VedtControls::SetUp(QMainWindow& window, const GridCells& variables, const 
     window.setCentralWidget(panes);
     window.setWindowIcon(VariableIcon("variables"));
     AcceptByKey(window);
+    MakeFileMenu(window);
 
     hint = new QLabel;
     hint->setTextFormat(Qt::PlainText);
@@ -49,6 +51,21 @@ void VedtControls::SetUp(QMainWindow& window, const GridCells& variables, const 
     window.resize(TwipsToPixels(WindowWidth), TwipsToPixels(WindowHeight));
     const int variablePane = TwipsToPixels(VariableGridTop + VariableGridHeight) + Gap;
     panes->setSizes({variablePane, window.height() - variablePane});
+}
+
+// The menu bar's first menu; the place of all that is below counts from the bar's lower edge.
+void VedtControls::MakeFileMenu(QMainWindow& window) {
+    QMenu* file = window.menuBar()->addMenu(QStringLiteral("ファイル(&F)"));
+    file->setObjectName(QStringLiteral("VedtMnuFile"));
+    const auto add = [file](const char* name, const QString& text) {
+        QAction* action = file->addAction(text);
+        action->setObjectName(QLatin1String(name));
+        return action;
+    };
+    VedtMnuFileOpen = add("VedtMnuFileOpen", QStringLiteral("PDFを開く(&O)..."));
+    VedtMnuFileWrite = add("VedtMnuFileWrite", QStringLiteral("PDFに保存(&S)..."));
+    file->addSeparator();
+    VedtMnuFileCan = add("VedtMnuFileCan", QStringLiteral("キャンセル(&C)"));
 }
 
 // The tool bar, the variable grid and the symbol's picture.

@@ -21,6 +21,9 @@ struct VedtControls {
     // After the cells came: the grids show them and get the column widths of a freshly opened window.
     void ShowCells();
 
+    QAction* VedtMnuFileOpen = nullptr;
+    QAction* VedtMnuFileWrite = nullptr;
+    QAction* VedtMnuFileCan = nullptr;
     QToolBar* Vedt_Toolbar = nullptr;
     QAction* TB_POINT = nullptr;
     Grid* Vedt_NowFGrid = nullptr;
@@ -33,6 +36,7 @@ struct VedtControls {
     QLabel* hint = nullptr;
 
 private:
+    void MakeFileMenu(QMainWindow& window);
     QWidget* MakeVariablePane(const GridCells& variables);
     QWidget* MakeTablePane(const GridCells& table);
     void AcceptByKey(QMainWindow& window);

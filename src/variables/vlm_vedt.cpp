@@ -6,6 +6,7 @@
 #include "platform/slide_view.h"
 #include "startup/hand_off_files.h"
 #include "startup/settings_keys.h"
+#include "variables/document_choice.h"
 #include "variables/last_choice.h"
 #include "variables/symbol_definition.h"
 #include "variables/variable_answer.h"
@@ -110,6 +111,11 @@ void VLM_VEDT::ConnectControls() {
     connect(ui_.VEdt_CanBtn, &QPushButton::clicked, this, guarded([this](bool) { Cancel(); }));
     connect(ui_.Vedt_TreeBtn, &QPushButton::clicked, this, guarded([this](bool) { BackToTree(); }));
     connect(ui_.TB_POINT, &QAction::triggered, this, guarded([this](bool) { Measure(); }));
+    connect(ui_.VedtMnuFileOpen, &QAction::triggered, this,
+            guarded([this](bool) { ChooseDocument(QStringLiteral("PDFファイル選択")); }));
+    connect(ui_.VedtMnuFileWrite, &QAction::triggered, this,
+            guarded([this](bool) { ChooseDocument(QStringLiteral("PDFファイル保存")); }));
+    connect(ui_.VedtMnuFileCan, &QAction::triggered, ui_.VEdt_CanBtn, &QPushButton::click);
 }
 
 void VLM_VEDT::Load() {
@@ -354,16 +360,32 @@ void VLM_VEDT::BackToTree() {
     Leave();
 }
 
+// The run ends with a document; neither the variables nor the table are handed over or kept.
+void VLM_VEDT::ChooseDocument(const QString& caption) {
+    if (!SettleEditors())
+        return;
+    const QString document = PickDocument(*this, caption, state_, messages_);
+    if (document.isEmpty() || !MayLoseChanges())
+        return;
+    state_.PickedPdf = document;
+    state_.RunMode = run_mode::Document;
+    Leave();
+}
+
+// Asks where the table was changed.
+bool VLM_VEDT::MayLoseChanges() {
+    return !editing_ || !editing_->IsChanged() ||
+           messages_.Ask(this,
+                         QStringLiteral("寸法表の変更は保存されていません。破棄して閉じてよろしいですか"));
+}
+
 // The close box says nothing about changes to the table.
 void VLM_VEDT::closeEvent(QCloseEvent* event) {
     if (!SettleEditors()) {
         event->ignore();
         return;
     }
-    const bool losesChanges = !leaving_ && editing_ && editing_->IsChanged();
-    if (losesChanges &&
-        !messages_.Ask(this,
-                       QStringLiteral("寸法表の変更は保存されていません。破棄して閉じてよろしいですか"))) {
+    if (!leaving_ && !MayLoseChanges()) {
         event->ignore();
         return;
     }

@@ -66,6 +66,8 @@ private:
     void Measure();
     void Cancel();
     void BackToTree();
+    void ChooseDocument(const QString& caption);
+    bool MayLoseChanges();
 
     GlobalState& state_;
     SettingsStore& settings_;

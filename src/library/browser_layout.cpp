@@ -1,0 +1,109 @@
+#include "library/browser_layout.h"
+
+#include "platform/window_places.h"
+#include "startup/settings_keys.h"
+
+namespace velmo {
+
+namespace {
+
+namespace keys = settings_keys;
+
+// Twips.
+constexpr int BarThickness = 60;
+constexpr int ThickestBar = 300;
+// What a pane keeps, if the window is large enough for two such panes.
+constexpr int SmallestPane = 900;
+
+// What the panes to the left and above have of the room at first.
+constexpr double LeftShare = 0.4;
+constexpr double UpperLeftShare = 0.6;
+constexpr double UpperRightShare = 0.5;
+
+int Smallest(int room) {
+    return qMin(TwipsToPixels(SmallestPane), room / 2);
+}
+
+} // namespace
+
+BrowserLayout::BrowserLayout(QWidget* tree, QWidget* treeSlide, QWidget* entrySlide, QWidget* entryList)
+    : tree_(tree),
+      treeSlide_(treeSlide),
+      entrySlide_(entrySlide),
+      entryList_(entryList),
+      frame_(MakeSplit(Qt::Vertical, "SplitImg", "SplitPic", keys::FrameSplit, LeftShare)),
+      left_(MakeSplit(Qt::Horizontal, "TreeImg", "TreePic", keys::TreeSplit, UpperLeftShare)),
+      right_(MakeSplit(Qt::Horizontal, "PDFImg", "PdfPic", keys::PdfSplit, UpperRightShare)) {
+    for (QWidget* pane : {tree_, treeSlide_, entrySlide_, entryList_})
+        pane->setParent(this);
+    for (Split* split : {&frame_, &left_, &right_}) {
+        connect(split->bar, &SplitBar::Dropped, this, [this, split](int place) {
+            split->wanted = place;
+            LayOut();
+        });
+    }
+}
+
+BrowserLayout::Split BrowserLayout::MakeSplit(Qt::Orientation orientation, const char* image,
+                                              const char* picture, const QString& key, double share) {
+    return {new SplitBar(orientation, image, picture, this), key, share, TwipsToPixels(BarThickness), {}};
+}
+
+void BrowserLayout::Restore(const SettingsStore& settings) {
+    const auto restore = [&settings](Split& split, const char* place, const char* thickness) {
+        const QString key = split.key + QLatin1String(place);
+        const double twips = settings.GetNumber(key, 0);
+        if (!settings.Get(key).isEmpty())
+            split.wanted = TwipsToPixels(twips);
+        const double stored = settings.GetNumber(split.key + QLatin1String(thickness), BarThickness);
+        split.thickness = TwipsToPixels(qBound(double(BarThickness), stored, double(ThickestBar)));
+    };
+    restore(frame_, "Left", "Width");
+    restore(left_, "Top", "Height");
+    restore(right_, "Top", "Height");
+    LayOut();
+}
+
+void BrowserLayout::Save(SettingsStore& settings) const {
+    for (const Split* split : {&frame_, &left_, &right_}) {
+        const QRect place = split->bar->geometry();
+        settings.Save(split->key + QStringLiteral("Left"), PixelsToTwips(place.x()));
+        settings.Save(split->key + QStringLiteral("Top"), PixelsToTwips(place.y()));
+        settings.Save(split->key + QStringLiteral("Width"), PixelsToTwips(place.width()));
+        settings.Save(split->key + QStringLiteral("Height"), PixelsToTwips(place.height()));
+    }
+}
+
+void BrowserLayout::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    LayOut();
+}
+
+// The edge of a splitter in a room that both panes and the bar share.
+int BrowserLayout::Place(const Split& split, int room) {
+    const int free = qMax(0, room - split.thickness);
+    const int smallest = Smallest(free);
+    return qBound(smallest, split.wanted.value_or(qRound(free * split.share)), free - smallest);
+}
+
+void BrowserLayout::LayOut() {
+    const int x = Place(frame_, width());
+    frame_.bar->setGeometry(x, 0, frame_.thickness, height());
+    const int free = qMax(0, width() - frame_.thickness);
+    frame_.bar->SetLimits(Smallest(free), free - Smallest(free));
+    LayOutColumn(left_, tree_, treeSlide_, QRect(0, 0, x, height()));
+    const int right = x + frame_.thickness;
+    LayOutColumn(right_, entrySlide_, entryList_, QRect(right, 0, width() - right, height()));
+}
+
+void BrowserLayout::LayOutColumn(const Split& split, QWidget* upper, QWidget* lower, const QRect& column) {
+    const int y = Place(split, column.height());
+    split.bar->setGeometry(column.x(), y, column.width(), split.thickness);
+    const int free = qMax(0, column.height() - split.thickness);
+    split.bar->SetLimits(Smallest(free), free - Smallest(free));
+    upper->setGeometry(column.x(), 0, column.width(), y);
+    const int below = y + split.thickness;
+    lower->setGeometry(column.x(), below, column.width(), column.height() - below);
+}
+
+} // namespace velmo

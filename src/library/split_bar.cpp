@@ -1,0 +1,66 @@
+#include "library/split_bar.h"
+
+#include <QMouseEvent>
+
+namespace velmo {
+
+SplitBar::SplitBar(Qt::Orientation orientation, const char* image, const char* picture, QWidget* parent)
+    : QWidget(parent), orientation_(orientation), picture_(new QWidget(parent)) {
+    setObjectName(QLatin1String(image));
+    setCursor(orientation == Qt::Vertical ? Qt::SplitHCursor : Qt::SplitVCursor);
+    picture_->setObjectName(QLatin1String(picture));
+    picture_->setAutoFillBackground(true);
+    picture_->setBackgroundRole(QPalette::Highlight);
+    picture_->hide();
+}
+
+void SplitBar::SetLimits(int first, int last) {
+    first_ = first;
+    last_ = last;
+    picture_->setGeometry(geometry());
+}
+
+int SplitBar::Along(const QPointF& point) const {
+    return qRound(orientation_ == Qt::Vertical ? point.x() : point.y());
+}
+
+void SplitBar::mousePressEvent(QMouseEvent* event) {
+    if (event->button() != Qt::LeftButton)
+        return;
+    hold_ = Along(event->position());
+    picture_->setGeometry(geometry());
+    picture_->show();
+    picture_->raise();
+    dragged_ = true;
+    // Escape gives the drag up.
+    grabKeyboard();
+}
+
+void SplitBar::mouseMoveEvent(QMouseEvent* event) {
+    if (!dragged_)
+        return;
+    const int place = qBound(first_, Along(mapToParent(event->position())) - hold_, last_);
+    picture_->move(orientation_ == Qt::Vertical ? QPoint(place, y()) : QPoint(x(), place));
+}
+
+void SplitBar::mouseReleaseEvent(QMouseEvent* event) {
+    if (!dragged_ || event->button() != Qt::LeftButton)
+        return;
+    EndDrag();
+    Q_EMIT Dropped(Along(picture_->pos()));
+}
+
+void SplitBar::keyPressEvent(QKeyEvent* event) {
+    if (dragged_ && event->key() == Qt::Key_Escape)
+        EndDrag();
+    else
+        QWidget::keyPressEvent(event);
+}
+
+void SplitBar::EndDrag() {
+    dragged_ = false;
+    releaseKeyboard();
+    picture_->hide();
+}
+
+} // namespace velmo

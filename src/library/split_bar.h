@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QWidget>
+
+namespace velmo {
+
+// A bar between two panes, which the user drags along its parent: an unseen image that is grabbed, and a
+// picture that is seen while it is dragged.
+class SplitBar : public QWidget {
+    Q_OBJECT
+
+public:
+    // The way of the bar: a vertical one moves to the left and right. image, picture: the objectNames.
+    SplitBar(Qt::Orientation orientation, const char* image, const char* picture, QWidget* parent);
+
+    // How far its left or top edge may be dragged, pixels of the parent.
+    void SetLimits(int first, int last);
+    bool IsDragged() const { return dragged_; }
+
+Q_SIGNALS:
+    // It was dropped with its left or top edge here.
+    void Dropped(int place);
+
+protected:
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    int Along(const QPointF& point) const;
+    void EndDrag();
+
+    Qt::Orientation orientation_;
+    QWidget* picture_;
+    int first_ = 0;
+    int last_ = 0;
+    bool dragged_ = false;
+    // Where the mouse took hold of it.
+    int hold_ = 0;
+};
+
+} // namespace velmo
