@@ -1,5 +1,6 @@
 #include "library/split_bar.h"
 
+#include <QCoreApplication>
 #include <QMouseEvent>
 
 namespace velmo {
@@ -32,8 +33,8 @@ void SplitBar::mousePressEvent(QMouseEvent* event) {
     picture_->show();
     picture_->raise();
     dragged_ = true;
-    // Escape gives the drag up.
-    grabKeyboard();
+    // Escape gives the drag up, whatever has the focus.
+    QCoreApplication::instance()->installEventFilter(this);
 }
 
 void SplitBar::mouseMoveEvent(QMouseEvent* event) {
@@ -50,16 +51,17 @@ void SplitBar::mouseReleaseEvent(QMouseEvent* event) {
     Q_EMIT Dropped(Along(picture_->pos()));
 }
 
-void SplitBar::keyPressEvent(QKeyEvent* event) {
-    if (dragged_ && event->key() == Qt::Key_Escape)
-        EndDrag();
-    else
-        QWidget::keyPressEvent(event);
+bool SplitBar::eventFilter(QObject* watched, QEvent* event) {
+    const bool isKey = event->type() == QEvent::KeyPress || event->type() == QEvent::ShortcutOverride;
+    if (!isKey || static_cast<QKeyEvent*>(event)->key() != Qt::Key_Escape)
+        return QWidget::eventFilter(watched, event);
+    EndDrag();
+    return true;
 }
 
 void SplitBar::EndDrag() {
     dragged_ = false;
-    releaseKeyboard();
+    QCoreApplication::instance()->removeEventFilter(this);
     picture_->hide();
 }
 

@@ -2,7 +2,40 @@
 
 #include "platform/svg_icon.h"
 
+#include <QStyleOptionViewItem>
+#include <QWidget>
+
 namespace velmo {
+
+namespace {
+
+// How much of the selection's colour is left in a view without the focus.
+constexpr double Faded = 0.3;
+
+QColor Mixed(const QColor& full, const QColor& ground) {
+    const auto part = [](double a, double b) { return float(a * Faded + b * (1 - Faded)); };
+    return QColor::fromRgbF(part(full.redF(), ground.redF()), part(full.greenF(), ground.greenF()),
+                            part(full.blueF(), ground.blueF()));
+}
+
+// An item of a view whose selection is to be seen, but not as the one that keys go to.
+bool IsFaded(const QStyleOption* option, const QWidget* widget) {
+    return widget && option->state.testFlag(QStyle::State_Selected) && !widget->hasFocus();
+}
+
+QStyleOptionViewItem FadedItem(const QStyleOptionViewItem& item) {
+    QStyleOptionViewItem faded = item;
+    for (const QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
+        const QPalette& palette = item.palette;
+        faded.palette.setColor(
+            group, QPalette::Highlight,
+            Mixed(palette.color(group, QPalette::Highlight), palette.color(group, QPalette::Base)));
+        faded.palette.setColor(group, QPalette::HighlightedText, palette.color(group, QPalette::Text));
+    }
+    return faded;
+}
+
+} // namespace
 
 QIcon VelmoStyle::standardIcon(StandardPixmap icon, const QStyleOption* option, const QWidget* widget) const {
     switch (icon) {
@@ -13,6 +46,28 @@ QIcon VelmoStyle::standardIcon(StandardPixmap icon, const QStyleOption* option, 
     default:
         return QProxyStyle::standardIcon(icon, option, widget);
     }
+}
+
+void VelmoStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                             const QWidget* widget) const {
+    const auto* item = qstyleoption_cast<const QStyleOptionViewItem*>(option);
+    if (element != CE_ItemViewItem || !item || !IsFaded(option, widget)) {
+        QProxyStyle::drawControl(element, option, painter, widget);
+        return;
+    }
+    const QStyleOptionViewItem faded = FadedItem(*item);
+    QProxyStyle::drawControl(element, &faded, painter, widget);
+}
+
+void VelmoStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                               const QWidget* widget) const {
+    const auto* item = qstyleoption_cast<const QStyleOptionViewItem*>(option);
+    if (element != PE_PanelItemViewRow || !item || !IsFaded(option, widget)) {
+        QProxyStyle::drawPrimitive(element, option, painter, widget);
+        return;
+    }
+    const QStyleOptionViewItem faded = FadedItem(*item);
+    QProxyStyle::drawPrimitive(element, &faded, painter, widget);
 }
 
 } // namespace velmo

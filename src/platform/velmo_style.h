@@ -4,11 +4,15 @@
 
 namespace velmo {
 
-// The desktop's style with the few standard icons that bars always carry as drawings of the program's own:
-// sharp at every scale and readable in light and dark.
+// The desktop's style with two things of the program's own: the few standard icons that bars always carry,
+// sharp at every scale and readable in light and dark; and selections that tell which view has the keyboard.
 class VelmoStyle : public QProxyStyle {
 public:
     QIcon standardIcon(StandardPixmap icon, const QStyleOption* option, const QWidget* widget) const override;
+    void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override;
+    void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                       const QWidget* widget) const override;
 };
 
 } // namespace velmo
