@@ -1,6 +1,7 @@
 #include "library/entry_list.h"
 
 #include "library/entry_list_model.h"
+#include "platform/empty_hint.h"
 #include "platform/guarded.h"
 #include "platform/slide_view.h"
 #include "startup/settings_keys.h"
@@ -21,6 +22,7 @@ EntryList::EntryList(QListView& view, SlideView& slide, GlobalState& state, cons
       messages_(messages),
       model_(new EntryListModel(&view)) {
     view_.setModel(model_);
+    hint_ = new EmptyHint(view_);
     view_.setUniformItemSizes(true);
     view_.setEditTriggers(QAbstractItemView::NoEditTriggers);
     view_.setTextElideMode(Qt::ElideMiddle);
@@ -58,8 +60,9 @@ void EntryList::FillEntryList(Restore restore) {
     for (RecordSet rows = EntriesOf(database, state_.CurFolderID); !rows.Eof(); rows.MoveNext())
         names << rows.Text(u"PDFName");
     model_->setStringList(names);
-    slide_.SetEmptyText(names.isEmpty() ? QStringLiteral("この分類にシンボルはありません")
+    slide_.SetEmptyText(names.isEmpty() ? QStringLiteral("シンボルのスライドがここに出ます")
                                         : QStringLiteral("一覧からシンボルを選んでください"));
+    hint_->SetText(QStringLiteral("この分類にシンボルはありません。\nツリーでほかの分類を選んでください。"));
     if (restore == Restore::Yes && !names.isEmpty())
         RestoreLast(database);
 }

@@ -10,6 +10,7 @@
 
 namespace velmo {
 
+class EmptyHint;
 class EntryListModel;
 class SlideView;
 
@@ -68,6 +69,7 @@ private:
     const SettingsStore& settings_;
     MessageBoxes& messages_;
     EntryListModel* model_;
+    EmptyHint* hint_ = nullptr;
     // The category that is listed.
     std::int16_t folderId_ = 0;
     // The list is being filled: a change of the current entry is not the user's.

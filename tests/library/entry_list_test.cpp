@@ -90,7 +90,7 @@ TEST_F(EntryListTest, AnEmptySlideSaysWhy) {
     EXPECT_EQ(slide_.EmptyText(), "このシンボルにスライドはありません");
     state_.CurFolderID = 77;
     list_.FillEntryList(EntryList::Restore::No);
-    EXPECT_EQ(slide_.EmptyText(), "この分類にシンボルはありません");
+    EXPECT_EQ(slide_.EmptyText(), "シンボルのスライドがここに出ます");
 }
 
 TEST_F(EntryListTest, OfTwoEntriesWithOneCaptionTheFirstWins) {
