@@ -121,6 +121,78 @@ double ShowEntries(const Scratch& scratch) {
     });
 }
 
+// A window's tree on the large category, opened.
+struct ShownTree {
+    explicit ShownTree(const Scratch& scratch) {
+        state.LibraryDb = scratch.Path("l.mdb");
+        state.CurFolderID = Opened;
+        view.resize(300, 500);
+    }
+    void Show() {
+        tree.BuildCategoryTree();
+        tree.RestoreSelection();
+        view.show();
+        QApplication::processEvents();
+        view.viewport()->repaint();
+    }
+
+    GlobalState state;
+    MessageBoxes messages;
+    KeyedTree view;
+    CategoryTree tree{view, state, messages};
+};
+
+double ShowTree(const Scratch& scratch) {
+    ShownTree shown(scratch);
+    return Seconds([&] { shown.Show(); });
+}
+
+double RebuildTree(const Scratch& scratch) {
+    ShownTree shown(scratch);
+    shown.Show();
+    return Seconds([&] {
+        shown.tree.Rebuild();
+        shown.view.viewport()->repaint();
+    });
+}
+
+// A window's list of the large category.
+struct ShownList {
+    explicit ShownList(const Scratch& scratch) : settings(scratch.Native("velmo.ini")) {
+        state.LibraryDb = scratch.Path("l.mdb");
+        state.CurFolderID = Opened;
+        view.resize(300, 500);
+    }
+    void Show() {
+        list.FillEntryList(EntryList::Restore::No);
+        view.show();
+        QApplication::processEvents();
+        view.viewport()->repaint();
+    }
+
+    GlobalState state;
+    MessageBoxes messages;
+    SettingsStore settings;
+    QListView view;
+    SlideView slide;
+    EntryList list{view, slide, state, settings, messages};
+};
+
+double ShowList(const Scratch& scratch) {
+    ShownList shown(scratch);
+    return Seconds([&] { shown.Show(); });
+}
+
+double RefillList(const Scratch& scratch) {
+    ShownList shown(scratch);
+    shown.Show();
+    shown.list.SelectAgain(Entries / 2);
+    return Seconds([&] {
+        shown.list.Refill();
+        shown.view.viewport()->repaint();
+    });
+}
+
 } // namespace
 
 void AddCategories() {
@@ -135,6 +207,12 @@ void AddCategories() {
     AddRatio(
         "4 show a category of 10,000 entries", 3, [scratch] { return ShowEntries(*scratch); },
         [scratch] { return QueryEntriesBare(*scratch); });
+    AddRatio(
+        "15 the tree after a change, against showing it", 1, [scratch] { return RebuildTree(*scratch); },
+        [scratch] { return ShowTree(*scratch); });
+    AddRatio(
+        "15 the list after a change, against showing it", 1, [scratch] { return RefillList(*scratch); },
+        [scratch] { return ShowList(*scratch); });
 }
 
 } // namespace velmo::bench

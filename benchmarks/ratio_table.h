@@ -10,6 +10,9 @@ void AddCategories();
 void AddStart();
 void AddSlides();
 void AddTableEditing();
+void AddPickers();
+void AddMaintenance();
+void AddFind();
 
 // Runs the items whose names match --benchmark_filter and prints a line for each: time, yardstick, ratio,
 // limit. Returns 1 when a ratio is over its limit.

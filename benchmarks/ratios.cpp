@@ -108,6 +108,9 @@ int RunRatios(int argc, char** argv) {
     AddStart();
     AddSlides();
     AddTableEditing();
+    AddPickers();
+    AddMaintenance();
+    AddFind();
     BestRounds best;
     benchmark::RunSpecifiedBenchmarks(&best);
     // They hold windows, which go before the application does.

@@ -1,6 +1,7 @@
 #include "library/browser_panes.h"
 
 #include "library/browser_layout.h"
+#include "library/find_box.h"
 #include "platform/keyed_tree.h"
 #include "platform/slide_view.h"
 
@@ -20,13 +21,14 @@ Control* Named(Control* control, const char* name, const QString& accessibleName
 
 } // namespace
 
-void BrowserPanes::SetUp(QMainWindow& window) {
+void BrowserPanes::SetUp(QMainWindow& window, const GlobalState& state, MessageBoxes& messages) {
     VlmTreeView = Named(new KeyedTree, "VlmTreeView", QStringLiteral("分類ツリー"));
     VlmTreeSlide = Named(new SlideView, "VlmTreeSlide", QStringLiteral("分類のスライド"));
     VlmPDFSlide = Named(new SlideView, "VlmPDFSlide", QStringLiteral("シンボルのスライド"));
     VlmPdfList = Named(new KeepsSelection<QListView>, "VlmPdfList", QStringLiteral("シンボルの一覧"));
     VlmTreeSlide->SetEmptyText(QStringLiteral("この分類にスライドはありません"));
-    layout = new BrowserLayout(VlmTreeView, VlmTreeSlide, VlmPDFSlide, VlmPdfList);
+    findBox = new FindBox(*VlmTreeView, state, messages);
+    layout = new BrowserLayout(findBox, VlmTreeSlide, VlmPDFSlide, VlmPdfList);
     window.setCentralWidget(layout);
     SetUpStatusBar(window);
 }

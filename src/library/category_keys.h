@@ -13,6 +13,9 @@ inline const QString SystemPrefix = QStringLiteral("Nd2");
 inline const QString LibraryPlaceholder = QStringLiteral("\\N1");
 inline const QString SystemPlaceholder = QStringLiteral("\\N2");
 
+// Between the names on the way to a category.
+inline const QString PathSeparator = QStringLiteral(" － ");
+
 inline QString CategoryKey(bool systemTree, int id) {
     return (systemTree ? SystemPrefix : LibraryPrefix) + QString::number(id);
 }

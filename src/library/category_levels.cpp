@@ -6,12 +6,6 @@
 
 namespace velmo {
 
-namespace {
-
-const QString PathSeparator = QStringLiteral(" － ");
-
-} // namespace
-
 CategoryLevels::CategoryLevels(KeyedTree& view) : view_(view) {
     view_.Nodes().SetImages(FolderImages());
 }

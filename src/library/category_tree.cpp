@@ -82,7 +82,7 @@ void CategoryTree::RestoreSelection() {
     Database library(CurrentLibrary(state_), Database::Access::Read);
     const std::vector<int> way = WayToCurrent(library);
     for (auto id = way.rbegin(); id != way.rend(); ++id) {
-        const QString key = RequireNode(*id);
+        const QString key = RequireNode(state_.SystemTreeFirst, *id);
         if (state_.SystemTreeFirst)
             LoadSystemChildren(library, *id);
         else
@@ -93,16 +93,29 @@ void CategoryTree::RestoreSelection() {
     }
     if (way.empty())
         state_.CurFolderID = 1;
-    view_.Select(RequireNode(way.empty() ? 1 : way.front()));
+    view_.Select(RequireNode(state_.SystemTreeFirst, way.empty() ? 1 : way.front()));
 }
 
-// The node of a category of the library that the selected one belongs to.
-QString CategoryTree::RequireNode(int id) const {
-    QString key = CategoryKey(state_.SystemTreeFirst, id);
+void CategoryTree::Choose(bool systemTree, const std::vector<std::int16_t>& way) {
+    {
+        const QScopedValueRollback<bool> busy(busy_, true);
+        for (auto id = way.begin(); id != way.end() - 1; ++id) {
+            const QString key = RequireNode(systemTree, *id);
+            Open(key);
+            view_.SetExpanded(key, true);
+            view_.Nodes().SetImage(key, OpenFolder);
+        }
+        view_.Select(RequireNode(systemTree, way.back()));
+    }
+    NodeClick(view_.SelectedKey());
+}
+
+QString CategoryTree::RequireNode(bool systemTree, int id) const {
+    QString key = CategoryKey(systemTree, id);
     if (!view_.Nodes().Contains(key))
         throw RuntimeError(ErrorNumber::ElementNotFound,
                            QStringLiteral("分類 (ID %1) はツリーにありません。").arg(id))
-            .InFile(CurrentLibrary(state_))
+            .InFile(DatabasePath(systemTree))
             .InField(key);
     return key;
 }

@@ -23,6 +23,10 @@ public:
     // Throws 35601 when the tree has no such node.
     void RestoreSelection();
 
+    // Opens the way to a category (IDs from the root on) and chooses it as a click does. Throws 35601 when
+    // the tree has no such node.
+    void Choose(bool systemTree, const std::vector<std::int16_t>& way);
+
     // The names on the way to the selected category.
     QString PathText() const;
 
@@ -42,7 +46,7 @@ private:
     void NodeClick(const QString& key);
     const QString& DatabasePath(bool systemTree) const;
     std::vector<int> WayToCurrent(Database& library) const;
-    QString RequireNode(int id) const;
+    QString RequireNode(bool systemTree, int id) const;
 
     KeyedTree& view_;
     GlobalState& state_;

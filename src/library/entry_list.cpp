@@ -1,6 +1,7 @@
 #include "library/entry_list.h"
 
 #include "library/entry_list_model.h"
+#include "platform/eliding_delegate.h"
 #include "platform/empty_hint.h"
 #include "platform/guarded.h"
 #include "platform/slide_view.h"
@@ -26,6 +27,7 @@ EntryList::EntryList(QListView& view, SlideView& slide, GlobalState& state, cons
     view_.setUniformItemSizes(true);
     view_.setEditTriggers(QAbstractItemView::NoEditTriggers);
     view_.setTextElideMode(Qt::ElideMiddle);
+    view_.setItemDelegate(new ElidingDelegate(&view_));
     view_.installEventFilter(this);
     view_.viewport()->installEventFilter(this);
     // The keyboard chooses as the mouse does.
@@ -80,6 +82,21 @@ void EntryList::RestoreLast(Database& database) {
     if (rows.NoMatch())
         return;
     const int row = int(model_->stringList().indexOf(rows.Text(u"PDFName")));
+    view_.setCurrentIndex(model_->index(row));
+    view_.scrollTo(model_->index(row));
+    Choose(row, rows);
+}
+
+void EntryList::ChooseEntry(std::int16_t id) {
+    const QString wanted = QString::number(id);
+    Database database(CurrentLibrary(state_), Database::Access::Read);
+    RecordSet rows = EntriesOf(database, folderId_);
+    int row = 0;
+    for (; !rows.Eof() && rows.Text(u"ID") != wanted; rows.MoveNext())
+        ++row;
+    if (rows.Eof() || row >= Count())
+        return;
+    const QScopedValueRollback<bool> filling(filling_, true);
     view_.setCurrentIndex(model_->index(row));
     view_.scrollTo(model_->index(row));
     Choose(row, rows);

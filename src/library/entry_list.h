@@ -42,6 +42,8 @@ public:
     void Refill();
     // After the category was listed anew: scrolls back and chooses the entry again, if it is still there.
     void ReturnTo(const Place& place);
+    // Chooses the entry of an ID and scrolls to it; one that the category does not have chooses nothing.
+    void ChooseEntry(std::int16_t id);
     // Chooses the entry of a row as a click does; a row beyond the list chooses nothing.
     void SelectAgain(int row);
 

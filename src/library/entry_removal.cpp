@@ -11,6 +11,8 @@ namespace velmo {
 namespace {
 
 const QString HasSubfolders = QStringLiteral("サブフォルダが存在するため削除出来ません");
+// A library without a root category could not be opened any more.
+const QString IsLastRoot = QStringLiteral("最後のルートフォルダは削除出来ません");
 const QString HasEntries = QStringLiteral("PDFが登録されているため削除出来ません");
 
 // Runs a step on the library. False after a failure, which is told.
@@ -30,6 +32,15 @@ bool Try(const RemovalCallbacks& callbacks, Step&& step) {
 
 bool HasChildren(Database& library, int id) {
     return !ChildCategories(library, id).Eof();
+}
+
+// True when the category is the only one without a parent.
+bool IsOnlyRoot(Database& library, int id) {
+    RecordSet roots = RootCategories(library);
+    if (roots.Eof() || roots.Integer(u"ID") != id)
+        return false;
+    roots.MoveNext();
+    return roots.Eof();
 }
 
 void RequireCurrent(const RecordSet& row, const Database& library) {
@@ -58,16 +69,21 @@ RecordSet SelectEntry(Database& library, const GlobalState& state, const QString
 } // namespace
 
 bool DeleteFolder(GlobalState& state, int shownEntries, const RemovalCallbacks& callbacks) {
-    bool hasChildren = false;
+    QString refusal;
     const auto look = [&] {
         RequireWritable(state.LibraryDb);
         Database library(state.LibraryDb, Database::Access::Read);
-        hasChildren = HasChildren(library, state.CurFolderID);
+        if (HasChildren(library, state.CurFolderID))
+            refusal = HasSubfolders;
+        else if (shownEntries > 0)
+            refusal = HasEntries;
+        else if (IsOnlyRoot(library, state.CurFolderID))
+            refusal = IsLastRoot;
     };
     if (!Try(callbacks, look))
         return false;
-    if (hasChildren || shownEntries > 0) {
-        callbacks.inform(hasChildren ? HasSubfolders : HasEntries);
+    if (!refusal.isEmpty()) {
+        callbacks.inform(refusal);
         return false;
     }
     if (!callbacks.ask(state.CurFolderName + QStringLiteral("を削除します。よろしいですか"),
@@ -78,9 +94,10 @@ bool DeleteFolder(GlobalState& state, int shownEntries, const RemovalCallbacks& 
         Database library(state.LibraryDb, Database::Access::Write);
         Transaction transaction(library);
         // Another program may have added some while the user was asked.
-        hasChildren = HasChildren(library, state.CurFolderID);
-        if (hasChildren)
+        if (HasChildren(library, state.CurFolderID)) {
+            refusal = HasSubfolders;
             return;
+        }
         {
             RecordSet folder = CategoryWithId(library, state.CurFolderID);
             RequireCurrent(folder, library);
@@ -91,8 +108,8 @@ bool DeleteFolder(GlobalState& state, int shownEntries, const RemovalCallbacks& 
     };
     if (!Try(callbacks, remove))
         return false;
-    if (hasChildren) {
-        callbacks.inform(HasSubfolders);
+    if (!refusal.isEmpty()) {
+        callbacks.inform(refusal);
         return false;
     }
     state.CurFolderID = parent;

@@ -12,9 +12,9 @@ struct RemovalCallbacks {
     std::function<bool(const QString& text, const QString& title)> ask;
 };
 
-// Deletes the category CurFolderID, unless it has subcategories or its list shows entries, and makes its
-// parent the current one. True when it was deleted. A failure of the database is told through inform; only
-// that the library cannot be written is thrown (3027), before any question.
+// Deletes the category CurFolderID, unless it has subcategories, its list shows entries or it is the last
+// root, and makes its parent the current one. True when it was deleted. A failure of the database is told
+// through inform; only that the library cannot be written is thrown (3027), before any question.
 bool DeleteFolder(GlobalState& state, int shownEntries, const RemovalCallbacks& callbacks);
 
 // Deletes the first entry of the category CurFolderID that bears the name. True when it was deleted. Fails as

@@ -87,7 +87,7 @@ void LibraryCommands::AddKey(QWidget* view, const QKeySequence& key, Command com
             PopSource_ = Tree;
         else
             PopSource_ = HasSelectedEntry() ? Entry : EmptyList;
-        if (command == &LibraryCommands::Add || HasTarget())
+        if (command == &LibraryCommands::Add ? browser_.isCategoryShown() : HasTarget())
             Run(command);
     });
 }
@@ -103,6 +103,7 @@ void LibraryCommands::SwitchOff() {
 
 void LibraryCommands::Run(Command command) {
     RunGuarded(messages_, &browser_.window, [&] { (this->*command)(); });
+    Q_EMIT Done();
 }
 
 bool LibraryCommands::HasSelectedEntry() const {
@@ -111,10 +112,11 @@ bool LibraryCommands::HasSelectedEntry() const {
 
 // Whether there is something to edit or delete where the commands work.
 bool LibraryCommands::HasTarget() const {
-    return PopSource_ == Tree ? browser_.isCategoryShown() : HasSelectedEntry();
+    return browser_.isCategoryShown() && (PopSource_ == Tree || HasSelectedEntry());
 }
 
 void LibraryCommands::ShowWhatIsPossible() {
+    VlmMnuPopAdd_->setEnabled(browser_.isCategoryShown());
     VlmMnuPopDel_->setEnabled(HasTarget());
     VlmMnuPopEdt_->setEnabled(HasTarget());
     VlmMnuPopCopy_->setEnabled(PopSource_ == Tree);
@@ -169,7 +171,7 @@ void LibraryCommands::Edit() {
 }
 
 void LibraryCommands::ShowEditor(std::int16_t editMode) {
-    RequireWritable(CurrentLibrary(state_));
+    RequireWritable(state_.LibraryDb);
     const StepsBack steps(browser_.window);
     state_.EditMode = editMode;
     Vlm_TBlEdt(state_, messages_, &browser_.window).ShowModal();
@@ -177,6 +179,7 @@ void LibraryCommands::ShowEditor(std::int16_t editMode) {
 
 void LibraryCommands::RebuildTree() {
     const EntryList::Place place = browser_.entries.CurrentPlace();
+    browser_.panes.namePanel->clear();
     browser_.rebuildTree();
     browser_.entries.ReturnTo(place);
 }
@@ -203,7 +206,7 @@ void LibraryCommands::Delete() {
 
 void LibraryCommands::MoveTool() {
     const StepsBack steps(browser_.window);
-    FinishInterruptedMove(CurrentLibrary(state_), state_.LibRoot);
+    FinishInterruptedMove(state_.LibraryDb, state_.LibRoot);
     Vlm_Tool(state_, messages_, &browser_.window).ShowModal();
     RebuildTree();
     browser_.entries.SelectAgain(state_.CurPdfIndex);

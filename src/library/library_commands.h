@@ -34,6 +34,10 @@ public:
     // No menu and no key from now on.
     void SwitchOff();
 
+Q_SIGNALS:
+    // A command has ended; the library may have changed.
+    void Done();
+
 private:
     // Where the pop-up was last opened; the commands work on what is there. All but Tree mean the list.
     enum PopSource : int { Nowhere = 0, Tree = 1, Entry = 5, EmptyList = 6 };

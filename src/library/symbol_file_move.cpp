@@ -8,6 +8,7 @@
 #include <QHash>
 
 #include <exception>
+#include <optional>
 
 namespace velmo {
 
@@ -86,6 +87,7 @@ void MoveSymbolFiles(const GlobalState& state, const std::vector<ContentRow>& se
         return;
 
     std::vector<NameChange> changes;
+    changes.reserve(plan.size());
     for (const PlannedMove& move : plan)
         changes.push_back(move.change);
     Database library(state.LibraryDb, Database::Access::Write);

@@ -45,7 +45,7 @@ VLM_MAIN::VLM_MAIN(GlobalState& state, SettingsStore& settings, MessageBoxes& me
 }
 
 void VLM_MAIN::BuildControls() {
-    panes_.SetUp(*this);
+    panes_.SetUp(*this, state_, messages_);
     panes_.VlmPDFSlide->installEventFilter(this);
     setMinimumSize(TwipsToPixels(MinimumWidth), TwipsToPixels(MinimumHeight));
     tree_ = new CategoryTree(*panes_.VlmTreeView, state_, messages_);
@@ -64,6 +64,13 @@ void VLM_MAIN::BuildControls() {
     });
     connect(entries_, &EntryList::OpenWanted, this,
             [this] { RunGuarded(messages_, this, [this] { OpenSymbol(); }); });
+    connect(panes_.findBox, &FindBox::Chosen, this, [this](const FoundName& found, FindBox::Wish wish) {
+        RunGuarded(messages_, this, [&] {
+            if (ChooseFound(found) && found.entryId != 0 && wish == FindBox::Wish::Open)
+                OpenSymbol();
+        });
+    });
+    connect(commands_.get(), &LibraryCommands::Done, panes_.findBox, &FindBox::LookAgain);
     BuildFileMenu();
     menuBar()->addMenu(&commands_->EditMenu());
     BuildToolBar();
@@ -189,6 +196,14 @@ void VLM_MAIN::ShowCategory(EntryList::Restore restore) {
     panes_.pathPanel->setToolTip(tree_->PathText());
     entries_->FillEntryList(restore);
     categoryShown_ = true;
+}
+
+// False when its category cannot be shown, which was told already.
+bool VLM_MAIN::ChooseFound(const FoundName& found) {
+    tree_->Choose(found.systemTree, found.way);
+    if (categoryShown_ && found.entryId != 0)
+        entries_->ChooseEntry(found.entryId);
+    return categoryShown_;
 }
 
 void VLM_MAIN::OpenSymbol() {

@@ -3,6 +3,7 @@
 #include "library/browser_panes.h"
 #include "library/category_tree.h"
 #include "library/entry_list.h"
+#include "library/find_box.h"
 #include "library/library_commands.h"
 #include "library/library_files.h"
 #include "platform/message_boxes.h"
@@ -52,6 +53,7 @@ private:
     void RebuildTree();
     void ClearCategory();
     void ShowCategory(EntryList::Restore restore);
+    bool ChooseFound(const FoundName& found);
     void OpenSymbol();
     void CancelBrowser();
     void SaveOnClose();

@@ -1,19 +1,18 @@
 #include "pickers/file_list.h"
 
 #include "pickers/folder_scan.h"
+#include "platform/eliding_delegate.h"
+#include "platform/empty_hint.h"
 #include "platform/svg_icon.h"
 
 #include <QKeyEvent>
 #include <QMouseEvent>
-#include <QPainter>
 
 #include <algorithm>
 
 namespace velmo {
 
 namespace {
-
-constexpr int HintMargin = 8;
 
 // Names with a file's picture; one that the view cuts can be read in full.
 class FileNames : public QStringListModel {
@@ -42,7 +41,8 @@ FileList::FileList(QWidget* parent) : KeepsSelection(parent), names_(new FileNam
     setUniformItemSizes(true);
     setEditTriggers(NoEditTriggers);
     setTextElideMode(Qt::ElideMiddle);
-    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setItemDelegate(new ElidingDelegate(this));
+    hint_ = new EmptyHint(*this);
 }
 
 void FileList::ShowFolder(const QString& folder) {
@@ -68,13 +68,11 @@ void FileList::List() {
     names_->setStringList(files.names);
     scrollToTop();
     if (files.readable)
-        hint_ = QStringLiteral("このフォルダに\n%1 のファイルはありません").arg(pattern_);
+        hint_->SetText(QStringLiteral("このフォルダに\n%1 のファイルはありません").arg(pattern_));
     else if (FolderExists(folder_))
-        hint_ = QStringLiteral("このフォルダは読み取れません");
+        hint_->SetText(QStringLiteral("このフォルダは読み取れません"));
     else
-        hint_ = QStringLiteral("このフォルダはもうありません");
-    setAccessibleDescription(IsEmpty() ? hint_ : QString());
-    viewport()->update();
+        hint_->SetText(QStringLiteral("このフォルダはもうありません"));
 }
 
 void FileList::Frame(const QString& name) {
@@ -87,16 +85,6 @@ void FileList::Frame(const QString& name) {
     const QModelIndex index = names_->index(int(found - names.begin()));
     selectionModel()->setCurrentIndex(index, QItemSelectionModel::NoUpdate);
     scrollTo(index, PositionAtCenter);
-}
-
-void FileList::paintEvent(QPaintEvent* event) {
-    KeepsSelection::paintEvent(event);
-    if (!IsEmpty())
-        return;
-    QPainter painter(viewport());
-    painter.setPen(palette().color(QPalette::PlaceholderText));
-    painter.drawText(viewport()->rect().adjusted(HintMargin, HintMargin, -HintMargin, -HintMargin),
-                     Qt::AlignCenter | Qt::TextWordWrap, hint_);
 }
 
 void FileList::showEvent(QShowEvent* event) {

@@ -7,6 +7,8 @@
 
 namespace velmo {
 
+class EmptyHint;
+
 // The files of one folder of the disk that match a pattern. The user chooses one by mouse or keys; until then
 // none is chosen.
 class FileList : public KeepsSelection<QListView> {
@@ -36,7 +38,6 @@ Q_SIGNALS:
     void FileAccepted();
 
 protected:
-    void paintEvent(QPaintEvent* event) override;
     void showEvent(QShowEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
@@ -50,8 +51,7 @@ private:
     QStringListModel* names_;
     QString folder_;
     QString pattern_ = QStringLiteral("*.*");
-    // Shown in the empty view.
-    QString hint_;
+    EmptyHint* hint_ = nullptr;
     // The mouse press under way has been told already.
     bool told_ = false;
 };

@@ -4,8 +4,8 @@
 
 namespace velmo {
 
-// An item view of single selection in which a click with Ctrl selects as any other click does, and a click beside
-// the items changes nothing: once an item is selected, one always is.
+// An item view of single selection in which a click with Ctrl selects as any other click does, and a click
+// beside the items changes nothing: once an item is selected, one always is.
 template <typename View>
 class KeepsSelection : public View {
 public:

@@ -1,7 +1,6 @@
 #include "platform/slide_painter.h"
 
 #include "platform/slide_colour.h"
-#include "platform/slide_fit.h"
 #include "platform/slide_format.h"
 
 #include <QPen>
@@ -19,6 +18,10 @@ namespace {
 // device.
 constexpr int reach = 4096;
 
+// Enlarged antialiased lines are cut this close, since they cost by their length; what is cut off them shows
+// nowhere.
+constexpr int beside = 16;
+
 // Up to this many lines of one pixel are antialiased, which takes 5 to 16 ms; wide ones cost more.
 constexpr std::size_t mostSmoothLines = 20000;
 
@@ -26,20 +29,59 @@ constexpr std::size_t mostSmoothLines = 20000;
 // too thin and up to half a pixel off when slanted.
 constexpr double hair = 0.01;
 
-// Whether a drawing has so few lines that antialiasing them takes no time.
-bool IsSmooth(const SlideDrawing& drawing, int penWidth) {
-    const auto width = static_cast<std::size_t>(penWidth);
-    return drawing.Lines().size() <= mostSmoothLines / (width * width);
-}
-
 // Rounds down a coordinate that a device can have; a library call for each would take longer than painting.
 int Floor(double coordinate) {
     constexpr int bias = 1 << 24;
     return static_cast<int>(coordinate + bias) - bias;
 }
 
+// A rectangle of dots, edges included, outside of which nothing shows.
+class DotArea {
+public:
+    // The dots of a fit's visible part and those around it whose pens reach into it.
+    DotArea(const SlideFit& fit, int penWidth) {
+        // Polygons have edges one dot wide.
+        const double besideX = 2 + (penWidth + 2) / fit.DotWidth();
+        const double besideY = 2 + (penWidth + 2) / fit.DotHeight();
+        const QRectF shown = fit.Visible();
+        left_ = Dot(fit.DotAtX(shown.left()) - besideX);
+        right_ = Dot(fit.DotAtX(shown.right()) + besideX);
+        bottom_ = Dot(fit.DotAtY(shown.bottom()) - besideY);
+        top_ = Dot(fit.DotAtY(shown.top()) + besideY);
+    }
+
+    bool Contains(const QRect& dots) const {
+        return dots.left() >= left_ && dots.right() <= right_ && dots.top() >= bottom_ &&
+               dots.bottom() <= top_;
+    }
+    bool Contains(QPoint dot) const {
+        return dot.x() >= left_ && dot.x() <= right_ && dot.y() >= bottom_ && dot.y() <= top_;
+    }
+    // False when all of these lie beyond the same edge.
+    bool MayShow(const QLine& line) const {
+        return std::max(line.x1(), line.x2()) >= left_ && std::min(line.x1(), line.x2()) <= right_ &&
+               std::max(line.y1(), line.y2()) >= bottom_ && std::min(line.y1(), line.y2()) <= top_;
+    }
+    bool MayShow(std::span<const QPoint> corners) const {
+        const auto [left, right] = std::ranges::minmax(corners, {}, &QPoint::x);
+        const auto [bottom, top] = std::ranges::minmax(corners, {}, &QPoint::y);
+        return MayShow(QLine(left.x(), bottom.y(), right.x(), top.y()));
+    }
+
+private:
+    // No dot of a slide lies as far out as the limit.
+    static int Dot(double dot) { return static_cast<int>(std::clamp(dot, -1e9, 1e9)); }
+
+    int left_ = 0;
+    int right_ = 0;
+    int bottom_ = 0;
+    int top_ = 0;
+};
+
 // The part of a line within area; false when there is none.
 bool ClipLine(QLineF& line, const QRectF& area) {
+    if (area.contains(line.p1()) && area.contains(line.p2()))
+        return true;
     double begin = 0;
     double end = 1;
     const auto cut = [&](double step, double room) {
@@ -86,20 +128,24 @@ QPolygonF ClipPolygon(QPolygonF corners, const QRectF& area) {
 
 class SlidePainter {
 public:
-    SlidePainter(QPainter& painter, const Slide& slide, const QRect& device, const SlidePaint& paint)
+    SlidePainter(QPainter& painter, const Slide& slide, const SlideFit& fit, const SlidePaint& paint)
         : painter_(painter),
           drawing_(slide.drawing),
-          fit_(slide, device),
+          fit_(fit),
           paint_(paint),
+          near_(fit, paint.penWidth),
+          allNear_(near_.Contains(drawing_.Bounds())),
           reach_(fit_.Visible().adjusted(-reach, -reach, reach, reach)),
           inReach_(reach_.contains(Exact(drawing_.Bounds().topLeft())) &&
                    reach_.contains(Exact(drawing_.Bounds().bottomRight()))),
-          smooth_(IsSmooth(drawing_, paint.penWidth)),
+          besideVisible_(fit_.Visible().adjusted(-beside, -beside, beside, beside)),
+          smooth_(IsSmooth()),
           whole_(paint.penWidth % 2 == 0 ? 0.5 : 0.0) {}
 
     void Paint();
 
 private:
+    bool IsSmooth() const;
     void PaintPolygons(const QColor& colour, std::size_t begin, std::size_t end);
     void PaintPolygon(std::span<const QPoint> corners);
     void PaintLines(const QColor& colour, std::span<const QLine> lines);
@@ -119,8 +165,11 @@ private:
     const SlideDrawing& drawing_;
     SlideFit fit_;
     SlidePaint paint_;
+    DotArea near_;
+    bool allNear_; // nothing needs to be left out
     QRectF reach_;
     bool inReach_; // nothing needs to be cut
+    QRectF besideVisible_;
     bool smooth_;
     double whole_;
     std::vector<QLine> edges_;
@@ -128,6 +177,18 @@ private:
     std::vector<QLine> slanted_;
     std::vector<QLineF> smoothSlanted_;
 };
+
+// Whether so few lines show that antialiasing them takes no time.
+bool SlidePainter::IsSmooth() const {
+    const auto width = static_cast<std::size_t>(paint_.penWidth);
+    const std::span<const QLine> lines = drawing_.Lines();
+    const std::size_t most = mostSmoothLines / (width * width);
+    if (fit_.IsWhole() || lines.size() <= most)
+        return lines.size() <= most;
+    const auto showing =
+        std::ranges::count_if(lines, [this](const QLine& line) { return near_.MayShow(line); });
+    return static_cast<std::size_t>(showing) <= most;
+}
 
 void SlidePainter::Paint() {
     painter_.save();
@@ -162,6 +223,8 @@ void SlidePainter::PaintPolygons(const QColor& colour, std::size_t begin, std::s
 }
 
 void SlidePainter::PaintPolygon(std::span<const QPoint> corners) {
+    if (!allNear_ && !near_.MayShow(corners))
+        return;
     QPolygonF exact;
     exact.reserve(static_cast<qsizetype>(corners.size()));
     for (const QPoint corner : corners)
@@ -188,15 +251,17 @@ void SlidePainter::PaintLines(const QColor& colour, std::span<const QLine> lines
     slanted_.clear();
     smoothSlanted_.clear();
     for (const QLine& line : lines) {
-        const std::optional<QLineF> exact = Exact(line);
+        if (!allNear_ && !near_.MayShow(line))
+            continue;
+        std::optional<QLineF> exact = Exact(line);
         if (!exact)
             continue;
         if (line.dx() == 0 || line.dy() == 0)
             blocks_.push_back(Block(Snap(exact->p1()), Snap(exact->p2())));
-        else if (smooth_)
-            smoothSlanted_.push_back(*exact);
-        else
+        else if (!smooth_)
             slanted_.emplace_back(Snap(exact->p1()), Snap(exact->p2()));
+        else if (fit_.IsWhole() || ClipLine(*exact, besideVisible_))
+            smoothSlanted_.push_back(*exact);
     }
     PaintBlocks(colour);
     if (!slanted_.empty()) {
@@ -221,9 +286,9 @@ void SlidePainter::PaintDots(const QColor& colour, std::span<const QPoint> dots)
     };
     blocks_.clear();
     for (const QPoint dot : dots) {
-        const QPointF middle = Exact(dot);
-        if (!inReach_ && !reach_.contains(middle))
+        if (!allNear_ && !near_.Contains(dot))
             continue;
+        const QPointF middle = Exact(dot);
         const auto [left, width] = extent(middle.x(), fit_.DotWidth());
         const auto [top, height] = extent(middle.y(), fit_.DotHeight());
         blocks_.emplace_back(left, top, width, height);
@@ -262,10 +327,15 @@ QPen SlidePainter::Pen(const QColor& colour, double width) const {
 
 } // namespace
 
-void PaintSlide(QPainter& painter, const Slide& slide, const QRect& device, const SlidePaint& paint) {
-    if (slide.drawing.IsEmpty() || device.isEmpty())
+void PaintSlide(QPainter& painter, const Slide& slide, const SlideFit& fit, const SlidePaint& paint) {
+    if (slide.drawing.IsEmpty() || fit.Visible().isEmpty())
         return;
-    SlidePainter(painter, slide, device, paint).Paint();
+    SlidePainter(painter, slide, fit, paint).Paint();
+}
+
+void PaintSlide(QPainter& painter, const Slide& slide, const QRect& device, const SlidePaint& paint) {
+    if (!device.isEmpty())
+        PaintSlide(painter, slide, SlideFit(slide, device), paint);
 }
 
 } // namespace velmo

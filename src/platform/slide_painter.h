@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/slide.h"
+#include "platform/slide_fit.h"
 
 #include <QColor>
 #include <QPainter>
@@ -14,9 +15,12 @@ struct SlidePaint {
     int penWidth = 1; // in device pixels
 };
 
-// Paints a slide into a rectangle of the painter's device. The rectangle is in device pixels, and the painter
-// has no transformation. Lines are antialiased unless there are so many that it would take long. Leaves the
-// painter as it was.
+// Paints the part of a slide that a fit makes visible. The fit is in pixels of the painter's device, and the
+// painter has no transformation. Lines are antialiased unless so many show that it would take long. Leaves
+// the painter as it was.
+void PaintSlide(QPainter& painter, const Slide& slide, const SlideFit& fit, const SlidePaint& paint);
+
+// The same with all of the slide fitted into a rectangle.
 void PaintSlide(QPainter& painter, const Slide& slide, const QRect& device, const SlidePaint& paint);
 
 } // namespace velmo

@@ -43,6 +43,8 @@ QIcon VelmoStyle::standardIcon(StandardPixmap icon, const QStyleOption* option, 
         return PlatformIcon(QStringLiteral("more_right"));
     case SP_ToolBarVerticalExtensionButton:
         return PlatformIcon(QStringLiteral("more_below"));
+    case SP_LineEditClearButton:
+        return PlatformIcon(QStringLiteral("clear_text"));
     default:
         return QProxyStyle::standardIcon(icon, option, widget);
     }

@@ -8,6 +8,7 @@
 #include "startup/settings_keys.h"
 #include "variables/document_choice.h"
 #include "variables/last_choice.h"
+#include "variables/redraw_pause.h"
 #include "variables/symbol_definition.h"
 #include "variables/variable_answer.h"
 #include "variables/work_database.h"
@@ -20,24 +21,6 @@ namespace velmo {
 namespace keys = settings_keys;
 
 namespace {
-
-// Stops the redrawing of widgets while many of their cells change.
-class RedrawPause {
-public:
-    explicit RedrawPause(std::initializer_list<QWidget*> widgets) : widgets_(widgets) {
-        for (QWidget* widget : widgets_)
-            widget->setUpdatesEnabled(false);
-    }
-    ~RedrawPause() {
-        for (QWidget* widget : widgets_)
-            widget->setUpdatesEnabled(true);
-    }
-    RedrawPause(const RedrawPause&) = delete;
-    RedrawPause& operator=(const RedrawPause&) = delete;
-
-private:
-    QList<QWidget*> widgets_;
-};
 
 // What the program does not survive.
 template <typename Action>

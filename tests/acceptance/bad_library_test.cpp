@@ -1,13 +1,9 @@
 #include "acceptance_test.h"
+#include "obey_permissions.h"
 
 #include <QDir>
 #include <QFile>
 #include <SQLiteCpp/SQLiteCpp.h>
-
-#ifdef Q_OS_LINUX
-#include <linux/capability.h>
-#include <sys/prctl.h>
-#endif
 
 namespace velmo {
 namespace {
@@ -165,12 +161,6 @@ TEST_F(BadLibraryTest, NoHomeAtAll) {
 }
 
 #ifdef Q_OS_LINUX
-// The superuser obeys permissions once the new process cannot pass over them any more.
-void ObeyPermissions() {
-    prctl(PR_CAPBSET_DROP, CAP_DAC_OVERRIDE);
-    prctl(PR_CAPBSET_DROP, CAP_DAC_READ_SEARCH);
-}
-
 class PermissionTest : public BadLibraryTest {
 protected:
     void TearDown() override {

@@ -85,6 +85,10 @@ void VelmoRun::WaitForWindow(const QString& name) {
     WaitFor("the window " + name, [&] { return IsWindowShown(name); });
 }
 
+void VelmoRun::WaitUntilClosed(const QString& window) {
+    WaitFor("the end of " + window, [&] { return !IsWindowShown(window); });
+}
+
 void VelmoRun::WaitForText(const QString& control, const QString& text) {
     WaitFor(control + " to show " + text, [&] { return IsVisible(control) && Text(control) == text; });
 }
@@ -160,6 +164,16 @@ QStringList VelmoRun::Panels(const QString& statusBar) {
 
 QJsonObject VelmoRun::Action(const QString& name) {
     return Do({{"do", "action"}, {"name", name}}).toObject();
+}
+
+QStringList VelmoRun::MenuEntries(const QString& menu) {
+    QStringList texts;
+    const QJsonArray entries = Do({{"do", "menu"}, {"name", menu}}).toArray();
+    for (const QJsonValue entry : entries) {
+        const QString text = entry["text"].toString();
+        texts.append(entry["enabled"].toBool() ? text : '(' + text + ')');
+    }
+    return texts;
 }
 
 QStringList VelmoRun::ComboItems(const QString& combo) {

@@ -47,6 +47,7 @@ public:
     // --- waiting: asks again and again until the condition holds; the deadline is the harness's
     void WaitFor(const QString& what, const std::function<bool()>& condition);
     void WaitForWindow(const QString& name);
+    void WaitUntilClosed(const QString& window);
     void WaitForText(const QString& control, const QString& text);
     // Waits for the program's end and gives its exit status.
     int WaitForEnd();
@@ -68,6 +69,8 @@ public:
     QStringList Panels(const QString& statusBar);
     // text, shortcuts, enabled, visible, checked, checkable, shown
     QJsonObject Action(const QString& name);
+    // The texts of a menu's entries, from top to bottom; greyed ones in parentheses.
+    QStringList MenuEntries(const QString& menu);
     QStringList ComboItems(const QString& combo);
 
     // rows, cols, texts, columnHeaders, rowHeaders, current, selection

@@ -2,6 +2,7 @@
 #include "platform/record_set.h"
 #include "platform/runtime_error.h"
 #include "support/failure.h"
+#include "support/other_user.h"
 #include "support/temp_folder.h"
 
 #include <QFile>
@@ -143,6 +144,25 @@ TEST_F(RecordSetTest, JapaneseTextComparesWithoutCaseKanaAndWidth) {
     for (const char16_t* other : {u"ホルト M10", u"ボルトM10", u"ボルト M1"})
         EXPECT_TRUE(
             RecordSet(database_, "SELECT * FROM J WHERE Name='", QString::fromUtf16(other), "'").Eof());
+}
+
+TEST_F(RecordSetTest, AFileThatCanOnlyBeReadIsOpenedForReadingOnly) {
+    if (!OtherUser::IsPossible())
+        GTEST_SKIP() << "only the superuser can be another user";
+    const QString path = folder_.Path("test.mdb");
+    ASSERT_TRUE(
+        QFile::setPermissions(NativePath(path), QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther));
+    const OtherUser other(NativePath(folder_.Path()));
+    ASSERT_TRUE(other.Changed());
+    try {
+        const Database database(path, Database::Access::Write);
+        ADD_FAILURE() << "no error";
+    } catch (const RuntimeError& error) {
+        EXPECT_EQ(error.Number(), ErrorNumber::DatabaseReadOnly);
+        EXPECT_EQ(error.File(), path);
+    }
+    Database database(path, Database::Access::Read);
+    EXPECT_EQ(RecordSet(database, "T").Text(u"Name"), "one");
 }
 
 TEST_F(RecordSetTest, ATransactionCountsOnlyWhenCommitted) {

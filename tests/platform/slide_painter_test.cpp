@@ -172,6 +172,43 @@ TEST(SlidePainter, ManyLinesCoverTheSamePlaces) {
     }
 }
 
+// The middle of a picture three times as large is what a view shows that enlarges three times.
+TEST(SlidePainter, EnlargingShowsAPartOfALargerPicture) {
+    std::mt19937 random(3);
+    SlideWriter writer(900, 600);
+    const auto dot = [&random] { return QPoint(int(random() % 901), int(random() % 601)); };
+    for (int i = 0; i < 200; ++i) {
+        writer.SetColour(static_cast<std::uint8_t>(1 + i % 7));
+        const QPoint at = dot();
+        writer.AddLine(at, dot());
+        writer.AddLine(at, {at.x(), dot().y()});
+        writer.AddDot(dot());
+        writer.AddPolygon(std::vector<QPoint>{at, at + QPoint(15, 3), at + QPoint(4, 12)});
+    }
+    const Slide slide = ReadSlide(writer.Bytes());
+    for (const int pen : {1, 2}) {
+        const QImage larger = Painted(slide, {900, 600}, pen);
+        QImage part(300, 200, QImage::Format_RGB32);
+        part.fill(ground);
+        QPainter painter(&part);
+        PaintSlide(painter, slide, SlideFit(slide, part.rect(), {3, {}}), {QColor::fromRgb(ground), pen});
+        painter.end();
+        int unlike = 0;
+        for (int y = 0; y < 200; ++y) {
+            for (int x = 0; x < 300; ++x) {
+                const QColor one(part.pixel(x, y));
+                const QColor other(larger.pixel(300 + x, 200 + y));
+                const int difference =
+                    std::max({std::abs(one.red() - other.red()), std::abs(one.green() - other.green()),
+                              std::abs(one.blue() - other.blue())});
+                // Smooth lines that are cut elsewhere are rounded otherwise.
+                unlike += difference > 16 ? 1 : 0;
+            }
+        }
+        EXPECT_LE(unlike, 60) << pen;
+    }
+}
+
 // The widest canvas, the smallest one and coordinates far off in every combination: nothing may overflow.
 TEST(SlidePainter, SurvivesAnyBytes) {
     std::mt19937 random(7);
@@ -191,8 +228,13 @@ TEST(SlidePainter, SurvivesAnyBytes) {
         }
         const Slide slide = ReadSlide(bytes);
         ASSERT_FALSE(slide.drawing.IsEmpty());
-        for (const int pen : {1, 2})
+        for (const int pen : {1, 2}) {
             Painted(slide, {40, 30}, pen);
+            QImage image(40, 30, QImage::Format_RGB32);
+            QPainter painter(&image);
+            const SlideLook look{50, QPoint(int(random() % 100), int(random() % 100))};
+            PaintSlide(painter, slide, SlideFit(slide, image.rect(), look), {Qt::black, pen});
+        }
     }
 }
 

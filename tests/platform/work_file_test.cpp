@@ -1,8 +1,8 @@
 #include "platform/files.h"
 #include "support/failing_disk.h"
 #include "support/failure.h"
+#include "support/other_user.h"
 #include "support/temp_folder.h"
-#include "variables/other_user.h"
 
 #include <QDir>
 #include <QFileInfo>

@@ -1,6 +1,7 @@
 #include "platform/runtime_error.h"
 #include "startup/hand_off_files.h"
 #include "support/failing_disk.h"
+#include "support/failure.h"
 #include "support/temp_folder.h"
 
 #include <QDir>
@@ -39,6 +40,23 @@ TEST(HandOffFiles, ACancelLeavesTheValuesOfTheLastAnswer) {
     WriteNoSelection(folder.Path());
     EXPECT_EQ(folder.Read("velmo.ret2"), "NO SELECT\r\n");
     EXPECT_EQ(folder.Read("velmo.ret"), values);
+}
+
+TEST(HandOffFiles, ADocumentIsALine) {
+    const TempFolder folder;
+    folder.Write("velmo.doc", "an older one\r\nof two lines\r\n");
+    WriteDocument(folder.Path(), "D:\\lib\\図面\\ボルト.PDF");
+    EXPECT_EQ(folder.Read("velmo.doc"), "D:\\lib\\\x90\x7D\x96\xCA\\\x83\x7B\x83\x8B\x83\x67.PDF\r\n");
+    EXPECT_FALSE(folder.Exists("velmo.ret"));
+    EXPECT_FALSE(folder.Exists("velmo.ret2"));
+}
+
+TEST(HandOffFiles, ADocumentThatCannotBeWrittenLeavesTheOldOne) {
+    const TempFolder folder;
+    folder.Write("velmo.doc", "old\r\n");
+    EXPECT_EQ(Failure([&] { WriteDocument(folder.Path(), "שלום.PDF"); }), ErrorNumber::InvalidArgument);
+    EXPECT_EQ(folder.Read("velmo.doc"), "old\r\n");
+    EXPECT_EQ(Failure([&] { WriteDocument(folder.Path("gone\\"), "A.PDF"); }), ErrorNumber::PathNotFound);
 }
 
 TEST(HandOffFiles, AFullDiskLeavesTheOldAnswer) {

@@ -122,6 +122,10 @@ int fchmod(int file, mode_t mode) noexcept {
     return Count("fchmod", file, mode);
 }
 
+int futimens(int file, const timespec times[2]) noexcept {
+    return Count("futimens", file, times);
+}
+
 int chmod(const char* path, mode_t mode) noexcept {
     return Count("chmod", path, mode);
 }

@@ -1,7 +1,7 @@
 #include "platform/files.h"
+#include "support/other_user.h"
 #include "symbol_sample.h"
 #include "variables/dimension_table.h"
-#include "variables/other_user.h"
 
 namespace velmo {
 namespace {

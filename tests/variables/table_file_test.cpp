@@ -2,8 +2,8 @@
 #include "platform/files.h"
 #include "support/failing_disk.h"
 #include "support/failure.h"
+#include "support/other_user.h"
 #include "symbol_sample.h"
-#include "variables/other_user.h"
 #include "variables/table_file.h"
 
 #include <QDir>

@@ -6,7 +6,7 @@
 #include <QTimer>
 
 #ifdef Q_OS_LINUX
-#include "other_user.h"
+#include "support/other_user.h"
 #endif
 
 namespace velmo {

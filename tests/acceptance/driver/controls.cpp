@@ -20,6 +20,19 @@ bool NamedSo(const QAction* action, const QString& name) {
            (action->menu() != nullptr && action->menu()->objectName() == name);
 }
 
+// Looks among the actions and in the menus that they open; null when none has the name.
+QAction* LookForAction(const QList<QAction*>& actions, const QString& name) {
+    for (QAction* action : actions) {
+        if (NamedSo(action, name))
+            return action;
+        if (action->menu() == nullptr)
+            continue;
+        if (QAction* inMenu = LookForAction(action->menu()->actions(), name); inMenu != nullptr)
+            return inMenu;
+    }
+    return nullptr;
+}
+
 QString NameOf(const QAction* action) {
     if (!action->objectName().isEmpty() || action->menu() == nullptr)
         return action->objectName();
@@ -103,10 +116,8 @@ QAction* FindAction(const QString& name) {
         const QList<QWidget*> children = window->findChildren<QWidget*>();
         for (const QWidget* child : children)
             actions += child->actions();
-        for (QAction* action : std::as_const(actions)) {
-            if (NamedSo(action, name))
-                return action;
-        }
+        if (QAction* action = LookForAction(actions, name); action != nullptr)
+            return action;
     }
     throw DriverError("no menu item or tool bar button " + name);
 }

@@ -8,6 +8,7 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QLabel>
+#include <QMenu>
 #include <QMetaProperty>
 #include <QPushButton>
 #include <QStatusBar>
@@ -131,6 +132,28 @@ QJsonObject DescribeAction(QAction* action) {
             {"checked", action->isChecked()},
             {"icon", !action->icon().isNull()},
             {"shown", ActionSpot(action).widget != nullptr}};
+}
+
+QJsonArray DescribeMenu(const QString& menu) {
+    const QMenu* found = nullptr;
+    const QWidgetList all = QApplication::allWidgets();
+    for (const QWidget* widget : all) {
+        const auto* one = qobject_cast<const QMenu*>(widget);
+        if (one != nullptr && one->objectName() == menu && (found == nullptr || one->isVisible()))
+            found = one;
+    }
+    if (found == nullptr)
+        throw DriverError("no menu " + menu);
+    QJsonArray entries;
+    const QList<QAction*> actions = found->actions();
+    for (QAction* action : actions) {
+        if (action->isSeparator() || !action->isVisible())
+            continue;
+        QJsonObject entry = DescribeAction(action);
+        entry["name"] = action->objectName();
+        entries.append(entry);
+    }
+    return entries;
 }
 
 QMessageBox* OpenBox() {

@@ -17,6 +17,8 @@ QJsonObject DescribeWidget(const QWidget* widget);
 QJsonValue PropertyValue(const QWidget* widget, const QString& property);
 
 QJsonObject DescribeAction(QAction* action);
+// Name, text and state of a menu's visible entries, from top to bottom, without the lines between them.
+QJsonArray DescribeMenu(const QString& menu);
 
 // The message box that the user has in front; null when there is none.
 QMessageBox* OpenBox();

@@ -158,6 +158,8 @@ QJsonValue TestDriver::Ask(const QString& verb, const QJsonObject& command) cons
         return DescribeCombo(name);
     if (verb == "action")
         return DescribeAction(FindAction(name));
+    if (verb == "menu")
+        return DescribeMenu(name);
     if (verb == "menuPath")
         return QJsonArray::fromStringList(MenuPath(FindAction(name)));
     if (verb == "clipboard")

@@ -3,6 +3,7 @@
 #include "driver_error.h"
 
 #include <QApplication>
+#include <QContextMenuEvent>
 #include <QCursor>
 #include <QEvent>
 #include <QInputMethodEvent>
@@ -66,6 +67,15 @@ void CommitText(const QString& text) {
     QInputMethodEvent commit;
     commit.setCommitString(text);
     QCoreApplication::sendEvent(focus, &commit);
+}
+
+// What the window system makes of the menu key.
+void AskForContextMenu() {
+    QWindow* window = QGuiApplication::focusWindow();
+    if (window == nullptr)
+        throw DriverError("no window has the focus");
+    QContextMenuEvent event(QContextMenuEvent::Keyboard, QPoint(), window->mapToGlobal(QPoint()));
+    QCoreApplication::sendEvent(window, &event);
 }
 
 bool HasWindowManager() {
@@ -197,6 +207,8 @@ Steps UserInput::KeyCombination(QKeyCombination combination, const QString& text
         });
     }
     steps.emplace_back([key, modifiers, text] { SendKey(QEvent::KeyPress, key, modifiers, text); });
+    if (key == Qt::Key_Menu)
+        steps.emplace_back(AskForContextMenu);
     steps.emplace_back([key, modifiers, text] {
         if (QGuiApplication::focusWindow() != nullptr)
             SendKey(QEvent::KeyRelease, key, modifiers, text);

@@ -111,6 +111,21 @@ TEST_F(DriverTest, OpensContextMenus) {
     run_.WaitFor("the new item", [&] { return run_.Column("List", 0).contains("空"); });
 }
 
+TEST_F(DriverTest, OpensContextMenusByTheMenuKey) {
+    run_.Click("List", Item::Named("M10"));
+    run_.Press("Menu");
+    run_.WaitFor("the menu", [&] { return run_.Action("PopAdd")["shown"].toBool(); });
+    run_.ClickAction("PopAdd");
+    run_.WaitFor("the new item", [&] { return run_.Column("List", 0).contains("M10の次"); });
+}
+
+TEST_F(DriverTest, ReadsMenus) {
+    EXPECT_THAT(run_.MenuEntries("MenuEdit"), ElementsAre("その他(&M)", "ダイアログ(&D)", "(終了(&X))"));
+    EXPECT_EQ(run_.Action("MenuQuit")["text"].toString(), QString("終了(&X)"));
+    EXPECT_THAT([&] { run_.MenuEntries("Nothing"); },
+                ThrowsMessage<HarnessError>(HasSubstr("no menu Nothing")));
+}
+
 TEST_F(DriverTest, TellsOneClickFromTwo) {
     run_.Click("List", Item::Named("M10"));
     run_.Click("List", Item::Named("M10"));

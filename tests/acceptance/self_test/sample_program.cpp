@@ -100,6 +100,11 @@ int main(int argc, char** argv) {
     auto* more = Named(menu->addMenu("その他(&M)"), "MenuMore");
     Named(menu->addAction("ダイアログ(&D)"), "MenuDialog");
     QAction* ask = Named(more->addAction("削除(&D)..."), "MenuAsk");
+    // An entry that no window owns.
+    QAction quit("終了(&X)");
+    Named(&quit, "MenuQuit")->setEnabled(false);
+    menu->addSeparator();
+    menu->addAction(&quit);
     QAction* dialog = window.findChild<QAction*>("MenuDialog");
     auto* tools = window.addToolBar("道具");
     QAction* fail = Named(tools->addAction("失敗"), "ToolFail");

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "pickers/folder_scan.h"
+#include "support/temp_folder.h"
+
+#include <QDir>
+#include <QFile>
+#include <gtest/gtest.h>
+
+#include <functional>
+
+namespace velmo {
+
+// A library home on the disk. Names below it have backslashes.
+class DiskSample {
+public:
+    DiskSample() { MakeFolder({}); }
+
+    // With its backslash.
+    QString Home() const { return folder_.Path(QStringLiteral("home\\")); }
+    QString Key(const QString& below = {}) const { return UpperCasePath(Home() + below); }
+    QString Native(const QString& below = {}) const { return Home().append(below).replace(u'\\', u'/'); }
+
+    void MakeFolder(const QString& below) const {
+        if (!QDir().mkpath(Native(below)))
+            ADD_FAILURE() << "cannot make " << below.toStdString();
+    }
+    void RemoveFolder(const QString& below) const {
+        if (!QDir(Native(below)).removeRecursively())
+            ADD_FAILURE() << "cannot remove " << below.toStdString();
+    }
+    void WriteFile(const QString& below, const QByteArray& bytes = {}) const {
+        folder_.Write(QStringLiteral("home\\") + below, bytes);
+    }
+    void Link(const QString& below, const QString& target) const {
+        if (!QFile::link(target, Native(below)))
+            ADD_FAILURE() << "cannot link " << below.toStdString();
+    }
+
+private:
+    TempFolder folder_;
+};
+
+} // namespace velmo

@@ -1,0 +1,61 @@
+#include "platform/velmo_style.h"
+
+#include <QLineEdit>
+#include <QListWidget>
+#include <QTest>
+#include <QVBoxLayout>
+#include <gtest/gtest.h>
+
+namespace velmo {
+namespace {
+
+// A list with a selected item, and a field that can take the focus from it.
+class VelmoStyleTest : public testing::Test {
+protected:
+    VelmoStyleTest() {
+        auto* layout = new QVBoxLayout(&window_);
+        layout->addWidget(&list_);
+        layout->addWidget(&field_);
+        for (QWidget* control : {static_cast<QWidget*>(&list_), static_cast<QWidget*>(&field_)})
+            control->setStyle(&style_);
+        list_.addItem("M");
+        list_.setCurrentRow(0);
+        window_.resize(200, 200);
+        window_.show();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&window_));
+    }
+    ~VelmoStyleTest() override {
+        list_.setParent(nullptr);
+        field_.setParent(nullptr);
+    }
+
+    // The ground of the selected item, right of its text.
+    QColor Ground() {
+        const QRect item = list_.visualItemRect(list_.item(0));
+        return list_.viewport()->grab().toImage().pixelColor(item.right() - 4, item.center().y());
+    }
+    static double Distance(const QColor& a, const QColor& b) {
+        return std::abs(a.redF() - b.redF()) + std::abs(a.greenF() - b.greenF()) +
+               std::abs(a.blueF() - b.blueF());
+    }
+
+    VelmoStyle style_;
+    QWidget window_;
+    QListWidget list_;
+    QLineEdit field_;
+};
+
+TEST_F(VelmoStyleTest, OnlyTheViewWithTheFocusShowsItsSelectionInFullColour) {
+    list_.setFocus();
+    const QColor full = Ground();
+    field_.setFocus();
+    const QColor faded = Ground();
+    const QColor base = list_.palette().color(QPalette::Base);
+    EXPECT_LT(Distance(faded, base), Distance(full, base) / 2);
+    EXPECT_GT(Distance(faded, base), 0.05) << "it is still seen";
+    list_.setFocus();
+    EXPECT_EQ(Ground(), full);
+}
+
+} // namespace
+} // namespace velmo
