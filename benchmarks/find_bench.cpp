@@ -96,11 +96,12 @@ struct Pane {
         state.LibraryDb = scratch.Path("l.mdb");
         box = std::make_unique<FindBox>(*new QTreeView, state, messages);
         field = box->findChild<QLineEdit*>();
-        list = box->findChild<QListView*>();
         box->resize(250, 600);
         box->show();
         QApplication::processEvents();
-        Search(QStringLiteral("x"));
+        // The list is built for the first search.
+        field->setText(QStringLiteral("x"));
+        list = box->findChild<QListView*>();
     }
     void Search(const QString& text) const {
         field->setText(text);

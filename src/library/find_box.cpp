@@ -60,16 +60,10 @@ FindBox::FindBox(QAbstractItemView& tree, const GlobalState& state, MessageBoxes
       state_(state),
       messages_(messages),
       VlmFind_(new QLineEdit(this)),
-      VlmFindList_(new KeepsSelection<QListView>(this)),
-      hint_(new QLabel(VlmFindList_->viewport())),
-      pane_(new QStackedLayout),
-      model_(new FindResultsModel(names_, this)) {
+      pane_(new QStackedLayout) {
     setObjectName(QStringLiteral("VlmFindBox"));
     BuildField();
-    BuildList();
-    BuildHint();
     pane_->addWidget(&tree_);
-    pane_->addWidget(VlmFindList_);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(Gap);
@@ -84,7 +78,6 @@ void FindBox::BuildField() {
     VlmFind_->setAccessibleName(QStringLiteral("分類とシンボルから検索する文字"));
     VlmFind_->setToolTip(QStringLiteral("大文字と小文字、全角と半角、ひらがなとカタカナは区別しません\n"
                                         "空白で区切ると、すべての語に一致するものを探します"));
-    VlmFind_->setClearButtonEnabled(true);
     VlmFind_->installEventFilter(this);
     connect(VlmFind_, &QLineEdit::textChanged, this, [this] { Search(); });
     const auto* find = new QShortcut(QKeySequence::Find, this);
@@ -94,7 +87,16 @@ void FindBox::BuildField() {
     });
 }
 
+void FindBox::BuildResults() {
+    VlmFind_->setClearButtonEnabled(true);
+    model_ = new FindResultsModel(names_, this);
+    BuildList();
+    BuildHint();
+    pane_->addWidget(VlmFindList_);
+}
+
 void FindBox::BuildList() {
+    VlmFindList_ = new KeepsSelection<QListView>;
     VlmFindList_->setObjectName(QStringLiteral("VlmFindList"));
     VlmFindList_->setAccessibleName(QStringLiteral("検索結果"));
     VlmFindList_->setModel(model_);
@@ -120,6 +122,7 @@ void FindBox::BuildList() {
 }
 
 void FindBox::BuildHint() {
+    hint_ = new QLabel;
     hint_->setObjectName(QStringLiteral("VlmFindHint"));
     hint_->setText(QStringLiteral("一致する分類やシンボルはありません"));
     hint_->setWordWrap(true);
@@ -151,6 +154,8 @@ void FindBox::Search() {
         ShowTree();
         return;
     }
+    if (!VlmFindList_)
+        BuildResults();
     if (!ReadNames()) {
         VlmFind_->clear();
         return;
@@ -276,7 +281,8 @@ bool FindBox::eventFilter(QObject* watched, QEvent* event) {
         return watched == VlmFind_ && KeyPressed(*static_cast<QKeyEvent*>(event));
     case QEvent::FocusIn:
     case QEvent::FocusOut:
-        VlmFindList_->viewport()->update();
+        if (VlmFindList_)
+            VlmFindList_->viewport()->update();
         return false;
     case QEvent::MouseButtonPress:
         told_ = false;

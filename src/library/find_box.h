@@ -35,6 +35,7 @@ protected:
 
 private:
     void BuildField();
+    void BuildResults();
     void BuildList();
     void BuildHint();
     bool IsSearching() const;
@@ -53,10 +54,11 @@ private:
     MessageBoxes& messages_;
     NameIndex names_;
     QLineEdit* VlmFind_;
-    QListView* VlmFindList_;
-    QLabel* hint_;
     QStackedLayout* pane_;
-    FindResultsModel* model_;
+    // The results are built when something is looked for first; the program starts without them.
+    FindResultsModel* model_ = nullptr;
+    QListView* VlmFindList_ = nullptr;
+    QLabel* hint_ = nullptr;
     // The tree's selection followed a choice while the tree was out of sight.
     bool chosen_ = false;
     // The mouse press under way has chosen its row already.

@@ -63,9 +63,11 @@ public:
                std::max(line.y1(), line.y2()) >= bottom_ && std::min(line.y1(), line.y2()) <= top_;
     }
     bool MayShow(std::span<const QPoint> corners) const {
-        const auto [left, right] = std::ranges::minmax(corners, {}, &QPoint::x);
-        const auto [bottom, top] = std::ranges::minmax(corners, {}, &QPoint::y);
-        return MayShow(QLine(left.x(), bottom.y(), right.x(), top.y()));
+        if (corners.empty())
+            return false;
+        const auto [left, right] = std::ranges::minmax_element(corners, {}, &QPoint::x);
+        const auto [bottom, top] = std::ranges::minmax_element(corners, {}, &QPoint::y);
+        return MayShow(QLine(left->x(), bottom->y(), right->x(), top->y()));
     }
 
 private:

@@ -64,6 +64,7 @@ protected:
     Database Open() const { return Database(state.LibraryDb, Database::Access::Write); }
     QLineEdit* Field() { return box->findChild<QLineEdit*>("VlmFind"); }
     QListView* List() { return box->findChild<QListView*>("VlmFindList"); }
+    bool IsListShown() { return List() && List()->isVisible(); }
     QLabel* Hint() { return box->findChild<QLabel*>("VlmFindHint"); }
     QStringList Listed() {
         QStringList texts;
@@ -97,19 +98,19 @@ protected:
 
 TEST_F(FindBoxTest, TheListStandsInTheTreesPlaceWhileThereIsAText) {
     EXPECT_TRUE(tree->isVisible());
-    EXPECT_FALSE(List()->isVisible());
+    EXPECT_FALSE(IsListShown());
     Press(Qt::Key_F, Qt::ControlModifier);
     EXPECT_TRUE(Field()->hasFocus());
     QTest::keyClicks(Field(), "pin 1");
     EXPECT_FALSE(tree->isVisible());
-    EXPECT_TRUE(List()->isVisible());
+    EXPECT_TRUE(IsListShown());
     EXPECT_EQ(List()->geometry().topLeft(), tree->geometry().topLeft());
     EXPECT_EQ(Listed().first(), "pin 01");
     EXPECT_THAT(Chosen(), IsEmpty()) << "typing chooses nothing";
     while (!Field()->text().isEmpty())
         Press(Qt::Key_Backspace);
     EXPECT_TRUE(tree->isVisible());
-    EXPECT_FALSE(List()->isVisible());
+    EXPECT_FALSE(IsListShown());
     EXPECT_TRUE(Field()->hasFocus());
 }
 
@@ -129,7 +130,7 @@ TEST_F(FindBoxTest, CtrlFSelectsTheText) {
 TEST_F(FindBoxTest, BlanksAloneAreNoText) {
     LookFor(" 　");
     EXPECT_TRUE(tree->isVisible());
-    EXPECT_FALSE(List()->isVisible());
+    EXPECT_FALSE(IsListShown());
 }
 
 TEST_F(FindBoxTest, KeysMoveInTheListWhileTheFieldKeepsTheFocus) {
@@ -176,7 +177,7 @@ TEST_F(FindBoxTest, EnterOpensTheChosenOneOrElseTheBest) {
     Press(Qt::Key_Down);
     Press(Qt::Key_Enter, Qt::KeypadModifier);
     EXPECT_THAT(Chosen(), ElementsAre("2/2", "2/2 open"));
-    EXPECT_TRUE(List()->isVisible()) << "the search goes on when the symbol is closed";
+    EXPECT_TRUE(IsListShown()) << "the search goes on when the symbol is closed";
     EXPECT_EQ(windowActions, 0);
 }
 

@@ -93,8 +93,8 @@ TEST_F(VedtDocumentTest, ADocumentEndsTheWindow) {
         Open();
         const QSignalSpy closed(window.get(), &ModalWindow::Closed);
         const QSignalSpy cancelled(window.get(), &VLM_VEDT::Cancelled);
-        Pick(item, [&](Vlm_FileFrm& picker) {
-            EXPECT_EQ(picker.windowTitle(), caption);
+        Pick(item, [&, expected = caption](Vlm_FileFrm& picker) {
+            EXPECT_EQ(picker.windowTitle(), expected);
             EXPECT_EQ(picker.findChild<FileList*>("Vlm_File")->Pattern(), "*.PDF");
             Choose(picker);
         });
