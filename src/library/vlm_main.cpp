@@ -133,8 +133,10 @@ bool VLM_MAIN::Load() {
         OpenOrCreateLibraries();
         FinishInterruptedMove(state_.LibraryDb, state_.LibRoot);
         RestorePlace();
+        Appear();
         tree_->BuildCategoryTree();
     } catch (RuntimeError& error) {
+        hide();
         throw error.EndsProgram();
     } catch (const ImportCancelled&) {
         return false;

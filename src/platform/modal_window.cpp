@@ -7,13 +7,18 @@
 
 namespace velmo {
 
-void ModalWindow::ShowModal() {
+void ModalWindow::Appear() {
     setWindowModality(Qt::ApplicationModal);
-    QEventLoop loop;
-    connect(this, &ModalWindow::Closed, &loop, &QEventLoop::quit);
     show();
     raise();
     activateWindow();
+}
+
+void ModalWindow::ShowModal() {
+    QEventLoop loop;
+    connect(this, &ModalWindow::Closed, &loop, &QEventLoop::quit);
+    if (!isVisible())
+        Appear();
     loop.exec();
     hide();
 }

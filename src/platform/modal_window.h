@@ -11,7 +11,12 @@ class ModalWindow : public QMainWindow {
 public:
     using QMainWindow::QMainWindow;
 
-    // Shows the window, blocks the others, and returns when it is closed or the program ends.
+    // Shows the window in front of the others. What is slow to fill is filled right after this: the window
+    // manager needs its time to find a place for the window, and only then does it paint itself.
+    void Appear();
+
+    // Shows the window if it has not appeared yet, blocks the others, and returns when it is closed or the
+    // program ends.
     void ShowModal();
 
     // Another window stands above this one and must stay there.
