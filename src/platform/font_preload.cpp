@@ -1,20 +1,32 @@
 #include "platform/font_preload.h"
 
+#include <QFontDatabase>
 #ifdef VELMO_FONTCONFIG
 #include <fontconfig/fontconfig.h>
 #endif
 
 namespace velmo {
 
-FontPreload::FontPreload() {
+namespace {
+
+void ReadConfiguration() {
 #ifdef VELMO_FONTCONFIG
-    reading_ = std::thread([] { FcInit(); });
+    FcInit();
 #endif
 }
 
+void ReadFamilies() {
+    // The engine stays with its thread; the families that stand in for a missing character are found for all.
+    QFontDatabase::families();
+}
+
+} // namespace
+
+FontPreload::FontPreload(Part part)
+    : reading_(part == Part::Configuration ? ReadConfiguration : ReadFamilies) {}
+
 FontPreload::~FontPreload() {
-    if (reading_.joinable())
-        reading_.join();
+    reading_.join();
 }
 
 } // namespace velmo

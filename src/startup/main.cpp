@@ -58,8 +58,9 @@ void Main(GlobalState& state, SettingsStore& settings, MessageBoxes& messages) {
 } // namespace velmo
 
 int main(int argc, char** argv) {
-    const velmo::FontPreload fonts;
+    const velmo::FontPreload fontConfiguration(velmo::FontPreload::Part::Configuration);
     QApplication application(argc, argv);
+    const velmo::FontPreload fontFamilies(velmo::FontPreload::Part::Families);
     // Only now is the desktop's own style known.
     QApplication::setStyle(new velmo::VelmoStyle);
     // The windows' own loops end the program, not the last window that happens to be visible.
