@@ -13,7 +13,7 @@ namespace keys = settings_keys;
 constexpr int BarThickness = 60;
 constexpr int ThickestBar = 300;
 // What a pane keeps, if the window is large enough for two such panes.
-constexpr int SmallestPane = 900;
+constexpr int SmallestPane = 1200;
 
 // What the panes to the left and above have of the room at first.
 constexpr double LeftShare = 0.4;
