@@ -87,7 +87,7 @@ void LibraryCommands::AddKey(QWidget* view, const QKeySequence& key, Command com
             PopSource_ = Tree;
         else
             PopSource_ = HasSelectedEntry() ? Entry : EmptyList;
-        if (command == &LibraryCommands::Add ? browser_.isCategoryShown() : HasTarget())
+        if (IsPossible(command))
             Run(command);
     });
 }
@@ -107,18 +107,23 @@ void LibraryCommands::Run(Command command) {
 }
 
 bool LibraryCommands::HasSelectedEntry() const {
-    return !browser_.entries.SelectedName().isEmpty();
+    return browser_.entries.CurrentPlace().row >= 0;
 }
 
-// Whether there is something to edit or delete where the commands work.
-bool LibraryCommands::HasTarget() const {
-    return browser_.isCategoryShown() && (PopSource_ == Tree || HasSelectedEntry());
+// Whether there is something to add to, edit or delete where the commands work.
+bool LibraryCommands::IsPossible(Command command) const {
+    if (!browser_.isCategoryShown())
+        return false;
+    if (command == &LibraryCommands::Add || PopSource_ == Tree)
+        return true;
+    // An entry is deleted by its name, but edited by its number, which is unknown when it could not be read.
+    return HasSelectedEntry() && (command == &LibraryCommands::Delete || state_.CurPdfID != 0);
 }
 
 void LibraryCommands::ShowWhatIsPossible() {
-    VlmMnuPopAdd_->setEnabled(browser_.isCategoryShown());
-    VlmMnuPopDel_->setEnabled(HasTarget());
-    VlmMnuPopEdt_->setEnabled(HasTarget());
+    VlmMnuPopAdd_->setEnabled(IsPossible(&LibraryCommands::Add));
+    VlmMnuPopDel_->setEnabled(IsPossible(&LibraryCommands::Delete));
+    VlmMnuPopEdt_->setEnabled(IsPossible(&LibraryCommands::Edit));
     VlmMnuPopCopy_->setEnabled(PopSource_ == Tree);
     VlmMnuPopCut_->setEnabled(PopSource_ == Tree);
     VlmMnuPopPaste_->setEnabled(PopSource_ == Tree && clipboard_.HasFolder());
@@ -205,6 +210,7 @@ void LibraryCommands::Delete() {
 }
 
 void LibraryCommands::MoveTool() {
+    RequireWritable(state_.LibraryDb);
     const StepsBack steps(browser_.window);
     FinishInterruptedMove(state_.LibraryDb, state_.LibRoot);
     Vlm_Tool(state_, messages_, &browser_.window).ShowModal();

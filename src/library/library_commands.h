@@ -51,7 +51,7 @@ private:
     void Run(Command command);
 
     bool HasSelectedEntry() const;
-    bool HasTarget() const;
+    bool IsPossible(Command command) const;
     void ShowWhatIsPossible();
     void ShowPopUp(QAbstractItemView& view, PopSource source, const QPoint& place);
     void ShowTreePopUp(const QPoint& place);
