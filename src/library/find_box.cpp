@@ -254,13 +254,12 @@ void FindBox::Move(int key) {
 }
 
 bool FindBox::KeyPressed(const QKeyEvent& key) {
+    const bool searches = IsSearching();
     if (Leaves(key))
         Leave();
-    else if (!IsSearching())
-        return false;
-    else if (Opens(key))
+    else if (searches && Opens(key))
         OpenSelected();
-    else if (Moves(key))
+    else if (searches && Moves(key))
         Move(key.key());
     else
         return false;

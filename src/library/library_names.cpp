@@ -1,6 +1,7 @@
 #include "library/library_names.h"
 
 #include <QHash>
+#include <QSet>
 
 #include <limits>
 

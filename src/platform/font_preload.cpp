@@ -1,6 +1,7 @@
 #include "platform/font_preload.h"
 
 #include <QFontDatabase>
+#include <QStringList>
 #ifdef VELMO_FONTCONFIG
 #include <fontconfig/fontconfig.h>
 #endif
