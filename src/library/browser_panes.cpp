@@ -2,6 +2,7 @@
 
 #include "library/browser_layout.h"
 #include "library/find_box.h"
+#include "platform/elided_label.h"
 #include "platform/keyed_tree.h"
 #include "platform/slide_view.h"
 
@@ -31,17 +32,26 @@ void BrowserPanes::SetUp(QMainWindow& window, const GlobalState& state, MessageB
     layout = new BrowserLayout(findBox, VlmTreeSlide, VlmPDFSlide, VlmPdfList);
     window.setCentralWidget(layout);
     SetUpStatusBar(window);
+    OrderTabs();
+}
+
+// What is chosen comes first, then what is looked at, then what is moved now and then.
+void BrowserPanes::OrderTabs() {
+    QList<QWidget*> order{VlmTreeView, VlmPdfList, VlmPDFSlide, VlmTreeSlide};
+    for (SplitBar* bar : layout->findChildren<SplitBar*>())
+        order << bar;
+    for (SlideView* slide : {VlmPDFSlide, VlmTreeSlide})
+        slide->setFocusPolicy(Qt::StrongFocus);
+    for (qsizetype i = 1; i < order.size(); ++i)
+        QWidget::setTabOrder(order[i - 1], order[i]);
 }
 
 void BrowserPanes::SetUpStatusBar(QMainWindow& window) {
     auto* status = new QStatusBar;
     status->setObjectName(QStringLiteral("VlmStatusBar"));
     const auto panel = [&](int stretch) {
-        auto* made = new QLabel;
-        made->setTextFormat(Qt::PlainText);
+        auto* made = new ElidedLabel;
         made->setIndent(window.fontMetrics().averageCharWidth());
-        // A long text must not keep the window from becoming narrow.
-        made->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
         status->addWidget(made, stretch);
         return made;
     };

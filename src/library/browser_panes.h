@@ -33,6 +33,7 @@ struct BrowserPanes {
 
 private:
     void SetUpStatusBar(QMainWindow& window);
+    void OrderTabs();
 };
 
 } // namespace velmo

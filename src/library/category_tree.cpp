@@ -27,8 +27,10 @@ CategoryTree::CategoryTree(KeyedTree& view, GlobalState& state, MessageBoxes& me
     connect(&view_, &KeyedTree::NodeExpanded, this, guarded(&CategoryTree::Expand));
     connect(&view_, &KeyedTree::NodeCollapsed, this, guarded(&CategoryTree::Collapse));
     connect(&view_, &KeyedTree::NodeClicked, this, guarded(&CategoryTree::NodeClick));
-    connect(&view_, &KeyedTree::EnterPressed, this,
-            [this](const QString& key) { view_.SetExpanded(key, !view_.IsExpanded(key)); });
+    connect(&view_, &KeyedTree::EnterPressed, this, [this](const QString& key) {
+        if (!view_.FirstChildKey(key).isEmpty())
+            view_.SetExpanded(key, !view_.IsExpanded(key));
+    });
 }
 
 void CategoryTree::BuildCategoryTree() {
@@ -43,18 +45,21 @@ void CategoryTree::BuildCategoryTree() {
 }
 
 void CategoryTree::Rebuild() {
-    const QStringList expanded = view_.ExpandedKeys();
     const int scrolled = view_.verticalScrollBar()->value();
     view_.setUpdatesEnabled(false);
     const auto show = qScopeGuard([this] { view_.setUpdatesEnabled(true); });
-    BuildCategoryTree();
-    {
-        const QScopedValueRollback<bool> busy(busy_, true);
-        for (const QString& key : expanded)
-            OpenAgain(key);
-    }
+    BuildAgain();
     RestoreSelection();
     view_.ScrollBackTo(scrolled);
+}
+
+// What was open is opened again.
+void CategoryTree::BuildAgain() {
+    const QStringList expanded = view_.ExpandedKeys();
+    BuildCategoryTree();
+    const QScopedValueRollback<bool> busy(busy_, true);
+    for (const QString& key : expanded)
+        OpenAgain(key);
 }
 
 // A category that is gone, or has no subcategories any more, is passed over.
@@ -97,17 +102,28 @@ void CategoryTree::RestoreSelection() {
 }
 
 void CategoryTree::Choose(bool systemTree, const std::vector<std::int16_t>& way) {
-    {
-        const QScopedValueRollback<bool> busy(busy_, true);
-        for (auto id = way.begin(); id != way.end() - 1; ++id) {
-            const QString key = RequireNode(systemTree, *id);
-            Open(key);
-            view_.SetExpanded(key, true);
-            view_.Nodes().SetImage(key, OpenFolder);
-        }
+    // Another program may have added it below a category that was read before.
+    if (!OpenWay(systemTree, way))
+        BuildAgain();
+    if (OpenWay(systemTree, way))
         view_.Select(RequireNode(systemTree, way.back()));
+    NodeClick(RequireNode(systemTree, way.back()));
+}
+
+// False when the tree does not have all of it.
+bool CategoryTree::OpenWay(bool systemTree, const std::vector<std::int16_t>& way) {
+    const QScopedValueRollback<bool> busy(busy_, true);
+    for (const std::int16_t id : way) {
+        const QString key = CategoryKey(systemTree, id);
+        if (!view_.Nodes().Contains(key))
+            return false;
+        if (id == way.back())
+            break;
+        Open(key);
+        view_.SetExpanded(key, true);
+        view_.Nodes().SetImage(key, OpenFolder);
     }
-    NodeClick(view_.SelectedKey());
+    return true;
 }
 
 QString CategoryTree::RequireNode(bool systemTree, int id) const {
@@ -159,6 +175,11 @@ void CategoryTree::Expand(const QString& key) {
     // A node that could not be filled stays closed over its placeholder.
     auto closeAgain = qScopeGuard([&] { view_.SetExpanded(key, false); });
     Open(key);
+    if (view_.FirstChildKey(key).isEmpty()) {
+        // What was below it is gone.
+        view_.Nodes().SetImage(key, view_.SelectedKey() == key ? OpenFolder : ClosedFolder);
+        return;
+    }
     closeAgain.dismiss();
     view_.Nodes().SetImage(key, OpenFolder);
 }

@@ -41,6 +41,8 @@ private:
     void LoadSystemChildren(Database& library, int id);
     void Open(const QString& key);
     void OpenAgain(const QString& key);
+    void BuildAgain();
+    bool OpenWay(bool systemTree, const std::vector<std::int16_t>& way);
     void Expand(const QString& key);
     void Collapse(const QString& key);
     void NodeClick(const QString& key);

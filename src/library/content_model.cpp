@@ -1,6 +1,7 @@
 #include "library/content_model.h"
 
 #include "platform/folder_images.h"
+#include "platform/plain_tool_tip.h"
 
 namespace velmo {
 
@@ -33,8 +34,9 @@ QVariant ContentModel::data(const QModelIndex& index, int role) const {
     const ContentRow& row = rows_[size_t(index.row())];
     switch (role) {
     case Qt::DisplayRole:
-    case Qt::ToolTipRole:
         return index.column() == Name ? row.name : index.column() == PdfFile ? row.pdf : row.slide;
+    case Qt::ToolTipRole:
+        return PlainToolTip(data(index, Qt::DisplayRole).toString());
     case Qt::DecorationRole:
         return index.column() == Name && row.isFolder ? QVariant(folderIcon_) : QVariant();
     default:

@@ -50,6 +50,8 @@ void EntryList::Clear() {
     const QScopedValueRollback<bool> filling(filling_, true);
     slide_.Clear();
     model_->setStringList({});
+    slide_.SetEmptyText(QStringLiteral("シンボルのスライドがここに出ます"));
+    hint_->SetText(QStringLiteral("ツリーで分類を選んでください。"));
     state_.SymbolFile.clear();
 }
 
@@ -62,8 +64,8 @@ void EntryList::FillEntryList(Restore restore) {
     for (RecordSet rows = EntriesOf(database, state_.CurFolderID); !rows.Eof(); rows.MoveNext())
         names << rows.Text(u"PDFName");
     model_->setStringList(names);
-    slide_.SetEmptyText(names.isEmpty() ? QStringLiteral("シンボルのスライドがここに出ます")
-                                        : QStringLiteral("一覧からシンボルを選んでください"));
+    if (!names.isEmpty())
+        slide_.SetEmptyText(QStringLiteral("一覧からシンボルを選んでください"));
     hint_->SetText(QStringLiteral("この分類にシンボルはありません。\nツリーでほかの分類を選んでください。"));
     if (restore == Restore::Yes && !names.isEmpty())
         RestoreLast(database);

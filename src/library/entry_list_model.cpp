@@ -1,6 +1,7 @@
 #include "library/entry_list_model.h"
 
 #include "library/browser_icons.h"
+#include "platform/plain_tool_tip.h"
 
 namespace velmo {
 
@@ -16,7 +17,7 @@ QVariant EntryListModel::data(const QModelIndex& index, int role) const {
     case Qt::DecorationRole:
         return icon_;
     case Qt::ToolTipRole:
-        return QStringListModel::data(index, Qt::DisplayRole);
+        return PlainToolTip(QStringListModel::data(index, Qt::DisplayRole).toString());
     default:
         return QStringListModel::data(index, role);
     }

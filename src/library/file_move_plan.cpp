@@ -5,45 +5,119 @@
 #include "platform/record_set.h"
 #include "platform/runtime_error.h"
 
+#include <QFileInfo>
 #include <QSet>
+
+#include <optional>
 
 namespace velmo {
 
 namespace {
 
-// Without regard to case: the file system of the CAD side has none.
-QString FoldedPlace(const QString& path) {
-    return PlaceOf(path).toCaseFolded();
+// Names between two reports of progress.
+constexpr qint64 NamesPerReport = 64;
+
+QString WithBackslash(const QString& folder) {
+    return folder.endsWith(u'\\') ? folder : folder + u'\\';
+}
+
+// The folder that is meant by PickedDir, which spells the root in upper case: spelled as LibRoot it is no
+// other folder whose name differs only in case.
+QString TargetFolder(const GlobalState& state) {
+    const QString picked = WithBackslash(state.PickedDir);
+    const QString& root = state.LibRoot;
+    return picked.startsWith(root, Qt::CaseInsensitive) ? root + picked.sliced(root.size()) : picked;
+}
+
+// A file, existing or not, as it was found on the disk.
+struct FoundFile {
+    QString path;
+    QString place;
+    // Without regard to case: the file system of the CAD side has none.
+    QString foldedPlace;
+    bool exists;
+};
+
+// A file that may move.
+struct Candidate {
+    QString field;
+    FoundFile source;
+    FoundFile destination;
+    bool isInPlace;
+};
+
+// Looks at files before the first question, so that nothing is read between two.
+class Survey {
+public:
+    explicit Survey(const GlobalState& state) : root_(state.LibRoot), target_(TargetFolder(state)) {}
+
+    Candidate Look(const QString& field, const QString& name) {
+        const QString source = root_ + name;
+        const QString destination = target_ + PathToFnam(name);
+        const QString from = paths_.Find(source);
+        const QString to = paths_.Find(destination);
+        Candidate found{field, At(source, from), At(destination, to), false};
+        found.isInPlace = IsSameFile(from, to) || found.source.foldedPlace == found.destination.foldedPlace;
+        return found;
+    }
+
+private:
+    static FoundFile At(const QString& path, const QString& native) {
+        const QString place = PlaceOf(native);
+        return {path, place, place.toCaseFolded(), QFileInfo(native).isFile()};
+    }
+
+    const QString& root_;
+    QString target_;
+    NativePaths paths_;
+};
+
+// Nothing when progress is told to stop. The last report closes what the user sees of it: questions follow.
+std::optional<std::vector<Candidate>> LookAtAll(const GlobalState& state,
+                                                const std::vector<ContentRow>& selected,
+                                                const FileMoveCallbacks& callbacks) {
+    Survey survey(state);
+    std::vector<Candidate> candidates;
+    const qint64 total = 2 * qint64(selected.size());
+    const bool isReported = callbacks.progress && total > NamesPerReport;
+    for (qint64 done = 0; done < total; ++done) {
+        if (isReported && done % NamesPerReport == 0 && !callbacks.progress(done, total))
+            return std::nullopt;
+        const ContentRow& row = selected[size_t(done / 2)];
+        const bool isPdf = done % 2 == 0;
+        const QString& name = isPdf ? row.pdf : row.slide;
+        if (!name.isEmpty())
+            candidates.push_back(survey.Look(isPdf ? PdfField : SlideField, name));
+    }
+    if (isReported && !callbacks.progress(total, total))
+        return std::nullopt;
+    return candidates;
 }
 
 class Planner {
 public:
     Planner(const GlobalState& state, const FileMoveCallbacks& callbacks)
-        : state_(state), callbacks_(callbacks), folder_(state.PickedDir) {
-        if (!folder_.endsWith(u'\\'))
-            folder_ += u'\\';
-    }
+        : state_(state), callbacks_(callbacks) {}
 
-    void Add(const QString& field, const QString& name) {
-        if (name.isEmpty())
-            return;
-        const QString source = state_.LibRoot + name;
+    void Add(const Candidate& candidate) {
+        const auto& [field, source, destination, isInPlace] = candidate;
         if (!WillExist(source)) {
-            callbacks_.inform(source + QStringLiteral("が見つかりません"));
+            callbacks_.inform(source.path + QStringLiteral("が見つかりません"));
             return;
         }
-        const QString destination = folder_ + PathToFnam(name);
-        if (IsSameFile(source, destination) || FoldedPlace(source) == FoldedPlace(destination))
+        if (isInPlace)
             return;
-        PlannedMove move{source, destination, IfThere::Refuse, ChangeOf(field, source, destination)};
+        PlannedMove move{source.path, destination.path, IfThere::Refuse,
+                         ChangeOf(field, source.path, destination.path)};
         RequireUsable(move);
         if (WillExist(destination)) {
-            if (!callbacks_.ask(destination + QStringLiteral("はすでに存在します\r上書きしてよろしいですか")))
+            const QString shown = WithBackslash(state_.PickedDir) + PathToFnam(destination.path);
+            if (!callbacks_.ask(shown + QStringLiteral("はすでに存在します\r上書きしてよろしいですか")))
                 return;
             move.ifThere = IfThere::Overwrite;
         }
-        taken_.insert(PlaceOf(source));
-        made_.insert(FoldedPlace(destination));
+        taken_.insert(source.place);
+        made_.insert(destination.foldedPlace);
         plan_.push_back(std::move(move));
     }
 
@@ -51,8 +125,8 @@ public:
 
 private:
     // As if what is planned had been done.
-    bool WillExist(const QString& path) const {
-        return (FileExists(path) && !taken_.contains(PlaceOf(path))) || made_.contains(FoldedPlace(path));
+    bool WillExist(const FoundFile& file) const {
+        return (file.exists && !taken_.contains(file.place)) || made_.contains(file.foldedPlace);
     }
 
     // Both names lose as many characters as the root has; nobody asks whether the destination lies below it.
@@ -77,7 +151,6 @@ private:
 
     const GlobalState& state_;
     const FileMoveCallbacks& callbacks_;
-    QString folder_;
     std::vector<PlannedMove> plan_;
     // What earlier moves take away and bring, by place.
     QSet<QString> taken_;
@@ -88,11 +161,12 @@ private:
 
 std::vector<PlannedMove> PlanFileMoves(const GlobalState& state, const std::vector<ContentRow>& selected,
                                        const FileMoveCallbacks& callbacks) {
+    const std::optional<std::vector<Candidate>> candidates = LookAtAll(state, selected, callbacks);
+    if (!candidates)
+        return {};
     Planner planner(state, callbacks);
-    for (const ContentRow& row : selected) {
-        planner.Add(PdfField, row.pdf);
-        planner.Add(SlideField, row.slide);
-    }
+    for (const Candidate& candidate : *candidates)
+        planner.Add(candidate);
     return planner.Take();
 }
 

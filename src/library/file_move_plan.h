@@ -15,8 +15,8 @@ struct PlannedMove {
 };
 
 // The files of the selected rows that are to be moved to PickedDir, in order, each checked and asked about as
-// if those before it had been moved already. Throws 3163 or 5 for a new name that cannot be stored or told to
-// the CAD side.
+// if those before it had been moved already; none when progress is told to stop. Throws 3163 or 5 for a new
+// name that cannot be stored or told to the CAD side.
 std::vector<PlannedMove> PlanFileMoves(const GlobalState& state, const std::vector<ContentRow>& selected,
                                        const FileMoveCallbacks& callbacks);
 

@@ -124,7 +124,7 @@ void FindBox::BuildList() {
 void FindBox::BuildHint() {
     hint_ = new QLabel;
     hint_->setObjectName(QStringLiteral("VlmFindHint"));
-    hint_->setText(QStringLiteral("一致する分類やシンボルはありません"));
+    hint_->setText(QStringLiteral("一致する分類やシンボルはありません。\nEsc で検索をやめます。"));
     hint_->setWordWrap(true);
     hint_->setAlignment(Qt::AlignCenter);
     hint_->setForegroundRole(QPalette::PlaceholderText);
@@ -197,6 +197,14 @@ void FindBox::Leave() {
     tree_.setFocus();
 }
 
+// The innermost thing first: the search, then the field.
+void FindBox::Escape() {
+    if (VlmFind_->text().isEmpty())
+        tree_.setFocus();
+    else
+        VlmFind_->clear();
+}
+
 int FindBox::SelectedRow() const {
     const QModelIndexList selected = VlmFindList_->selectionModel()->selectedIndexes();
     return selected.isEmpty() ? -1 : selected.first().row();
@@ -256,7 +264,7 @@ void FindBox::Move(int key) {
 bool FindBox::KeyPressed(const QKeyEvent& key) {
     const bool searches = IsSearching();
     if (Leaves(key))
-        Leave();
+        Escape();
     else if (searches && Opens(key))
         OpenSelected();
     else if (searches && Moves(key))

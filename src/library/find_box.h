@@ -43,6 +43,7 @@ private:
     void Search();
     void ShowTree();
     void Leave();
+    void Escape();
     void Move(int key);
     bool KeyPressed(const QKeyEvent& key);
     int SelectedRow() const;

@@ -3,6 +3,7 @@
 #include "library/browser_icons.h"
 #include "library/category_keys.h"
 #include "platform/folder_images.h"
+#include "platform/plain_tool_tip.h"
 
 namespace velmo {
 
@@ -42,6 +43,7 @@ QVariant FindResultsModel::data(const QModelIndex& index, int role) const {
     case WayRole:
         return names_.Way(name);
     case Qt::ToolTipRole:
+        return PlainToolTip(FullText(name));
     case Qt::AccessibleTextRole:
         return FullText(name);
     case Qt::DecorationRole:

@@ -26,6 +26,7 @@ LibraryCommands::LibraryCommands(Browser browser, GlobalState& state, MessageBox
         AddKey(view, Qt::Key_Insert, &LibraryCommands::Add);
         AddKey(view, Qt::Key_F2, &LibraryCommands::Edit);
         AddKey(view, Qt::Key_Delete, &LibraryCommands::Delete);
+        AddMenuKey(view);
     }
 }
 
@@ -65,7 +66,7 @@ void LibraryCommands::BuildEditMenu() {
     VlmMnuEdit_.setObjectName(QStringLiteral("VlmMnuEdit"));
     VlmMnuEdit_.setTitle(QStringLiteral("編集(&E)"));
     const auto repeat = [this](const char* name, QAction* popUp) {
-        QAction* action = MakeAction(name, popUp->text(), nullptr, popUp->shortcut());
+        QAction* action = MakeAction(name, popUp->text(), nullptr);
         connect(action, &QAction::triggered, popUp, &QAction::trigger);
         connect(popUp, &QAction::enabledChanged, action, &QAction::setEnabled);
         VlmMnuEdit_.addAction(action);
@@ -89,6 +90,18 @@ void LibraryCommands::AddKey(QWidget* view, const QKeySequence& key, Command com
             PopSource_ = HasSelectedEntry() ? Entry : EmptyList;
         if (IsPossible(command))
             Run(command);
+    });
+}
+
+// Not every keyboard has a menu key.
+void LibraryCommands::AddMenuKey(QAbstractItemView* view) {
+    auto* action = new QAction(view);
+    action->setShortcut(Qt::SHIFT | Qt::Key_F10);
+    action->setShortcutContext(Qt::WidgetShortcut);
+    view->addAction(action);
+    keys_ << action;
+    connect(action, &QAction::triggered, view, [view] {
+        Q_EMIT view->customContextMenuRequested(view->visualRect(view->currentIndex()).center());
     });
 }
 
@@ -210,7 +223,6 @@ void LibraryCommands::Delete() {
 }
 
 void LibraryCommands::MoveTool() {
-    RequireWritable(state_.LibraryDb);
     const StepsBack steps(browser_.window);
     FinishInterruptedMove(state_.LibraryDb, state_.LibRoot);
     Vlm_Tool(state_, messages_, &browser_.window).ShowModal();

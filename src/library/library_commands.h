@@ -48,6 +48,7 @@ private:
     void BuildPopUp();
     void BuildEditMenu();
     void AddKey(QWidget* view, const QKeySequence& key, Command command);
+    void AddMenuKey(QAbstractItemView* view);
     void Run(Command command);
 
     bool HasSelectedEntry() const;

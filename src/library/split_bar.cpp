@@ -2,12 +2,23 @@
 
 #include <QCoreApplication>
 #include <QMouseEvent>
+#include <QPainter>
 
 namespace velmo {
+
+namespace {
+
+// How far an arrow key moves a bar, in pixels.
+constexpr int KeyStep = 8;
+
+} // namespace
 
 SplitBar::SplitBar(Qt::Orientation orientation, const char* image, const char* picture, QWidget* parent)
     : QWidget(parent), orientation_(orientation), picture_(new QWidget(parent)) {
     setObjectName(QLatin1String(image));
+    setAccessibleName(orientation == Qt::Vertical ? QStringLiteral("左右の仕切り")
+                                                  : QStringLiteral("上下の仕切り"));
+    setFocusPolicy(Qt::TabFocus);
     setCursor(orientation == Qt::Vertical ? Qt::SplitHCursor : Qt::SplitVCursor);
     picture_->setObjectName(QLatin1String(picture));
     picture_->setAutoFillBackground(true);
@@ -49,6 +60,25 @@ void SplitBar::mouseReleaseEvent(QMouseEvent* event) {
         return;
     EndDrag();
     Q_EMIT Dropped(Along(picture_->pos()));
+}
+
+void SplitBar::keyPressEvent(QKeyEvent* event) {
+    const bool back = event->key() == (orientation_ == Qt::Vertical ? Qt::Key_Left : Qt::Key_Up);
+    const bool on = event->key() == (orientation_ == Qt::Vertical ? Qt::Key_Right : Qt::Key_Down);
+    if (back || on)
+        Q_EMIT Dropped(qBound(first_, Along(pos()) + (on ? KeyStep : -KeyStep), last_));
+    else
+        QWidget::keyPressEvent(event);
+}
+
+void SplitBar::hideEvent(QHideEvent* event) {
+    QWidget::hideEvent(event);
+    EndDrag();
+}
+
+void SplitBar::paintEvent(QPaintEvent*) {
+    if (hasFocus())
+        QPainter(this).fillRect(rect(), palette().highlight());
 }
 
 bool SplitBar::eventFilter(QObject* watched, QEvent* event) {

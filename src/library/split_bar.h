@@ -4,8 +4,8 @@
 
 namespace velmo {
 
-// A bar between two panes, which the user drags along its parent: an unseen image that is grabbed, and a
-// picture that is seen while it is dragged.
+// A bar between two panes, which the user drags along its parent or moves with the arrow keys: an image that
+// is unseen unless it has the focus, and a picture that is seen while it is dragged.
 class SplitBar : public QWidget {
     Q_OBJECT
 
@@ -25,6 +25,9 @@ protected:
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:

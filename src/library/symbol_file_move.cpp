@@ -56,6 +56,18 @@ void Remove(const MoveNote& note, Database& library) {
     note.Remove();
 }
 
+// What another move left unfinished must be finished first, so its note must be one that can be read: the
+// user is not to answer questions in vain. Throws 75 otherwise.
+void RequireReadableNote(const QString& libraryFile) {
+    MoveNote note(libraryFile);
+    if (!note.Exists())
+        return;
+    Database library(libraryFile, Database::Access::Write);
+    const Transaction held(library);
+    if (note.Exists())
+        note.Read();
+}
+
 // Begins the transaction of a move; what another one left unfinished is stored first.
 void Begin(std::optional<Transaction>& transaction, Database& library, MoveNote& note,
            const QString& libRoot) {
@@ -82,6 +94,7 @@ void MoveAll(const std::vector<PlannedMove>& plan, const FileMoveCallbacks& call
 void MoveSymbolFiles(const GlobalState& state, const std::vector<ContentRow>& selected,
                      const FileMoveCallbacks& callbacks) {
     RequireWritable(state.LibraryDb);
+    RequireReadableNote(state.LibraryDb);
     const std::vector<PlannedMove> plan = PlanFileMoves(state, selected, callbacks);
     if (plan.empty())
         return;

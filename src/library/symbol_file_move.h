@@ -11,14 +11,16 @@ namespace velmo {
 struct FileMoveCallbacks {
     std::function<void(const QString& text)> inform;
     std::function<bool(const QString& text)> ask;
-    // Files done of those to move; false stops. What was moved until then stays moved, in the library too.
+    // Where there are many, first the files looked at of those that may move, all before the first question;
+    // then the files done of those to move. False stops; what was moved until then stays moved, in the
+    // library too.
     std::function<bool(qint64 done, qint64 total)> progress;
 };
 
 // Moves the files of the selected entries to the folder PickedDir and stores their new names in the entries
 // of CurFolderID. All questions come first. An error ends the move with what was moved until then; before the
-// first file it is 3027 or 3260 when the library cannot be written, 3163 or 5 when a new name cannot be
-// stored or told to the CAD side.
+// first file it is 3027 or 3260 when the library cannot be written, 75 when the note of a move that was
+// killed cannot be read, 3163 or 5 when a new name cannot be stored or told to the CAD side.
 void MoveSymbolFiles(const GlobalState& state, const std::vector<ContentRow>& selected,
                      const FileMoveCallbacks& callbacks);
 

@@ -16,6 +16,7 @@
 #include <QCloseEvent>
 #include <QMenuBar>
 #include <QMouseEvent>
+#include <QStatusBar>
 #include <QToolBar>
 
 namespace velmo {
@@ -189,13 +190,17 @@ void VLM_MAIN::ShowCategory(EntryList::Restore restore) {
     ClearCategory();
     {
         Database database(CurrentLibrary(state_), Database::Access::Read);
-        const Category category = ReadCategory(CategoryWithId(database, state_.CurFolderID));
+        const RecordSet row = CategoryWithId(database, state_.CurFolderID);
+        if (row.Eof())
+            throw RuntimeError(ErrorNumber::NoCurrentRecord,
+                               QStringLiteral("分類 (ID %1) はもうありません。").arg(state_.CurFolderID))
+                .InFile(database.Path());
+        const Category category = ReadCategory(row);
         state_.CurSldFile = category.slide.isEmpty() ? QString() : state_.HomeDir + category.slide;
         state_.CurFolderName = category.name;
     }
     panes_.VlmTreeSlide->ShowSlide(state_.CurSldFile);
     panes_.pathPanel->setText(tree_->PathText());
-    panes_.pathPanel->setToolTip(tree_->PathText());
     entries_->FillEntryList(restore);
     categoryShown_ = true;
 }
@@ -254,13 +259,26 @@ void VLM_MAIN::closeEvent(QCloseEvent* event) {
     ModalWindow::closeEvent(event);
 }
 
+// Where the window is when it is not maximised: the corner of its frame, and its own size.
+QRect VLM_MAIN::NormalPlace() const {
+    return isMaximized() ? normalGeometry().translated(frame_) : QRect(pos(), size());
+}
+
+void VLM_MAIN::moveEvent(QMoveEvent* event) {
+    ModalWindow::moveEvent(event);
+    if (!isMaximized())
+        frame_ = pos() - geometry().topLeft();
+}
+
 void VLM_MAIN::SaveOnClose() {
     if (!isMinimized()) {
-        const QRect place = isMaximized() ? normalGeometry() : QRect(pos(), size());
+        const QRect place = NormalPlace();
         settings_.Save(keys::VlmMainLeft, PixelsToTwips(place.x()));
         settings_.Save(keys::VlmMainTop, PixelsToTwips(place.y()));
         settings_.Save(keys::VlmMainWidth, PixelsToTwips(place.width()));
         settings_.Save(keys::VlmMainHeight, PixelsToTwips(place.height()));
+        // The splitters belong to the size that is saved.
+        panes_.layout->resize(panes_.layout->size() + place.size() - size());
         panes_.layout->Save(settings_);
     }
     settings_.Save(keys::LastSymbol(state_.UserLibrary), state_.SymbolFile);

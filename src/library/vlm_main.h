@@ -39,6 +39,7 @@ public:
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void moveEvent(QMoveEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
 
@@ -56,6 +57,7 @@ private:
     bool ChooseFound(const FoundName& found);
     void OpenSymbol();
     void CancelBrowser();
+    QRect NormalPlace() const;
     void SaveOnClose();
 
     GlobalState& state_;
@@ -72,6 +74,8 @@ private:
 
     // The window was left through Open: its place and the choices are saved when it closes.
     bool opened_ = false;
+    // From the window's own corner to that of its frame, when it is not maximised.
+    QPoint frame_;
     // What tree and list show is the selected category.
     bool categoryShown_ = false;
     // The slide was double-clicked; the release of the button opens the symbol.

@@ -1,6 +1,7 @@
 #include "library/vlm_tbl_edt.h"
 
 #include "pickers/vlm_file_frm.h"
+#include "platform/elided_label.h"
 #include "platform/guarded.h"
 #include "platform/window_places.h"
 
@@ -28,6 +29,8 @@ QString WithEnding(const QString& file, const QString& ending) {
 
 Vlm_TBlEdt::Vlm_TBlEdt(GlobalState& state, MessageBoxes& messages, QWidget* parent)
     : ModalDialog(parent, "Vlm_TBlEdt", state.DialogSizes), state_(state), messages_(messages) {
+    // For categories the editor has a row less.
+    SetSizeKey(IsEntry() ? QStringLiteral("Vlm_TBlEdt/entry") : QStringLiteral("Vlm_TBlEdt/folder"));
     setWindowTitle(QStringLiteral("Velmoシンボル編集"));
     BuildControls();
     ShowMode();
@@ -58,9 +61,8 @@ void Vlm_TBlEdt::BuildControls() {
     Head2_ = label("Head2");
     Head3_ = label("Head3");
     Head4_ = label("Head4");
-    Name1_ = label("Name1");
-    // A long name must not make the dialog wide.
-    Name1_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    Name1_ = new ElidedLabel(this);
+    Name1_->setObjectName(QStringLiteral("Name1"));
     Name2_ = box("Name2", Head2_);
     Name3_ = box("Name3", Head3_);
     Srch3_ = button("Srch3", QStringLiteral("参照"), &Vlm_TBlEdt::BrowseForName3);
@@ -130,7 +132,6 @@ void Vlm_TBlEdt::ShowMode() {
 
     const EntryTexts texts = LoadEntryTexts(state_);
     Name1_->setText(texts.Name1);
-    Name1_->setToolTip(texts.Name1);
     Name2_->setText(texts.Name2);
     Name3_->setText(texts.Name3);
     Name4_->setText(texts.Name4);

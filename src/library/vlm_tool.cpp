@@ -3,12 +3,13 @@
 #include "library/category_source.h"
 #include "library/symbol_file_move.h"
 #include "pickers/vlm_sel_dir.h"
+#include "platform/elided_label.h"
 #include "platform/guarded.h"
 #include "platform/numbers.h"
 #include "platform/progress_box.h"
 
 #include <QBoxLayout>
-#include <QHeaderView>
+#include <QKeyEvent>
 #include <QScopeGuard>
 
 #include <algorithm>
@@ -21,8 +22,8 @@ namespace {
 constexpr int Gap = 8;
 constexpr int Margin = 12;
 constexpr QSize WindowSize(720, 440);
-constexpr int NameWidth = 200;
-constexpr int FileWidth = 230;
+constexpr int LeastColumnWidth = 180;
+constexpr int MostColumnWidth = 320;
 
 const QString NoSymbol = QStringLiteral("移動させるｼﾝﾎﾞﾙを指定してください");
 const QString NoFolder = QStringLiteral("移動させるフォルダを指定してください");
@@ -34,15 +35,13 @@ Vlm_Tool::Vlm_Tool(GlobalState& state, MessageBoxes& messages, QWidget* parent)
     // By this caption scripts know the window.
     setWindowTitle(QStringLiteral("Form1"));
     BuildControls();
-    ListContent();
     resize(WindowSize);
+    ListContent();
 }
 
 void Vlm_Tool::BuildControls() {
-    MastFolder_ = new QLabel;
+    MastFolder_ = new ElidedLabel;
     MastFolder_->setObjectName(QStringLiteral("MastFolder"));
-    MastFolder_->setTextFormat(Qt::PlainText);
-    MastFolder_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
 
     content_ = new ContentModel(this);
     SelList_ = new QTreeView;
@@ -54,8 +53,6 @@ void Vlm_Tool::BuildControls() {
     SelList_->setSelectionMode(QAbstractItemView::ExtendedSelection);
     SelList_->setEditTriggers(QAbstractItemView::NoEditTriggers);
     SelList_->setTextElideMode(Qt::ElideMiddle);
-    SelList_->header()->resizeSection(0, NameWidth);
-    SelList_->header()->resizeSection(1, FileWidth);
 
     const auto button = [this](const char* name, const QString& text, auto action) {
         auto* made = new QPushButton(text);
@@ -90,8 +87,14 @@ void Vlm_Tool::BuildControls() {
 
 void Vlm_Tool::ListContent() {
     MastFolder_->setText(state_.CurFolderName);
-    MastFolder_->setToolTip(state_.CurFolderName);
+    const std::vector<ContentRow> selected = Selected();
     content_->SetRows(FolderContent(state_));
+    Select(selected);
+    for (const int column : {0, 1}) {
+        SelList_->resizeColumnToContents(column);
+        SelList_->setColumnWidth(column,
+                                 qBound(LeastColumnWidth, SelList_->columnWidth(column), MostColumnWidth));
+    }
     FolderCount_ = std::int16_t(std::ranges::count_if(content_->Rows(), &ContentRow::isFolder));
     FilMovBtn_->setEnabled(FolderCount_ == 0);
     FilMovBtn_->setToolTip(FolderCount_ == 0 ? QString()
@@ -107,8 +110,35 @@ std::vector<ContentRow> Vlm_Tool::Selected() const {
     return selected;
 }
 
+// Rows that are not listed any more are passed over.
+void Vlm_Tool::Select(const std::vector<ContentRow>& rows) {
+    QItemSelection selection;
+    for (int row = 0; row < content_->rowCount(); ++row) {
+        const ContentRow& listed = content_->Rows()[size_t(row)];
+        const bool wanted = std::ranges::any_of(rows, [&listed](const ContentRow& one) {
+            return one.isFolder == listed.isFolder && one.id == listed.id;
+        });
+        if (wanted)
+            selection.select(content_->index(row, 0), content_->index(row, content_->columnCount() - 1));
+    }
+    SelList_->selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
+}
+
+// The button with the focus takes Enter; there is none that takes it for the others.
+void Vlm_Tool::keyPressEvent(QKeyEvent* event) {
+    auto* button = qobject_cast<QPushButton*>(focusWidget());
+    if (button && (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)) {
+        if (!event->isAutoRepeat())
+            button->click();
+        return;
+    }
+    ModalDialog::keyPressEvent(event);
+}
+
 // False when the choice was cancelled.
 bool Vlm_Tool::PickFolder(bool onDisk) {
+    // Nobody is to choose a folder for nothing.
+    RequireWritable(state_.LibraryDb);
     state_.PickDiskDir = onDisk;
     Vlm_SelDir(
         state_, messages_, [this](KeyedTree& tree) { return std::make_unique<CategorySource>(tree, state_); },

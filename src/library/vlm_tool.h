@@ -20,10 +20,14 @@ public:
     // Throws what reading the category throws.
     Vlm_Tool(GlobalState& state, MessageBoxes& messages, QWidget* parent);
 
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+
 private:
     void BuildControls();
     void ListContent();
     std::vector<ContentRow> Selected() const;
+    void Select(const std::vector<ContentRow>& rows);
     bool PickFolder(bool onDisk);
     void MoveFiles();
     void MoveFolders();

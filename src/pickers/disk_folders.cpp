@@ -22,6 +22,11 @@ QString DiskFolders::KeyOf(const QString& folder) {
     return UpperCasePath(FolderPath(folder));
 }
 
+QString DiskFolders::PathOf(const QString& folder) const {
+    const QString path = FolderPath(folder);
+    return path.startsWith(root_, Qt::CaseInsensitive) ? root_ + path.sliced(root_.size()) : path;
+}
+
 void DiskFolders::AddRoots() {
     const QString key = KeyOf(root_);
     view_.Nodes().Add({}, {NewNode{key, RootText, ClosedFolder, {}}});
@@ -56,7 +61,7 @@ void DiskFolders::Scan(const QString& key) {
         view_.Nodes().Remove(first);
     if (!view_.FirstChildKey(key).isEmpty())
         return;
-    const QStringList names = SubFolders(key);
+    const QStringList names = SubFolders(PathOf(key));
     std::vector<NewNode> folders;
     folders.reserve(size_t(names.size()));
     for (const QString& name : names) {

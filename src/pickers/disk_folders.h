@@ -15,6 +15,10 @@ public:
     // The path of the tree's root.
     const QString& Root() const { return root_; }
     static QString KeyOf(const QString& folder);
+    // Where a folder is, given by its key or by its path in any case: the root is spelled as it was given, so
+    // that it is no other folder whose name differs only in case, and need not be found. A folder that is not
+    // below the root stays as it is.
+    QString PathOf(const QString& folder) const;
 
     void AddRoots() override;
     void Load(const QString& key) override;

@@ -3,6 +3,7 @@
 #include "pickers/folder_scan.h"
 #include "platform/eliding_delegate.h"
 #include "platform/empty_hint.h"
+#include "platform/plain_tool_tip.h"
 #include "platform/svg_icon.h"
 
 #include <QKeyEvent>
@@ -24,7 +25,7 @@ public:
         case Qt::DecorationRole:
             return icon_;
         case Qt::ToolTipRole:
-            return QStringListModel::data(index, Qt::DisplayRole);
+            return PlainToolTip(QStringListModel::data(index, Qt::DisplayRole).toString());
         default:
             return QStringListModel::data(index, role);
         }

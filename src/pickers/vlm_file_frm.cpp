@@ -77,9 +77,7 @@ void Vlm_FileFrm::OpenAtPickedFile() {
     bool isThere = false;
     tree_->Fill([&] { isThere = FolderExists(folder) && folders_->OpenWay(folder); });
     tree_->Select(DiskFolders::KeyOf(isThere ? folder : folders_->Root()));
-    // The home folder as it is spelled, any other one as its node's key has it.
-    const bool isHome = !isThere || folder == folders_->Root();
-    Vlm_File_->ShowFolder(isHome ? folders_->Root() : DiskFolders::KeyOf(folder));
+    ListFiles(isThere ? DiskFolders::KeyOf(folder) : folders_->Root());
     BeginChoice();
 }
 
@@ -104,9 +102,14 @@ void Vlm_FileFrm::FramePickedFile() {
 
 void Vlm_FileFrm::ShowFolder(const QString& folder) {
     const QString before = Vlm_File_->Folder();
-    Vlm_File_->ShowFolder(folder);
+    ListFiles(folder);
     if (Vlm_File_->Folder() != before)
         ForgetFile();
+}
+
+// Below the root the folder is spelled as its node's key.
+void Vlm_FileFrm::ListFiles(const QString& folder) {
+    Vlm_File_->ShowFolder(folders_->PathOf(folder));
 }
 
 void Vlm_FileFrm::ForgetFile() {

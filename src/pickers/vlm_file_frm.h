@@ -34,6 +34,7 @@ private:
     void BeginChoice();
     void FramePickedFile();
     void ShowFolder(const QString& folder);
+    void ListFiles(const QString& folder);
     void ShowFile(const QString& name);
     void ForgetFile();
     void Accept();

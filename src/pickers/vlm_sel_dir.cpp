@@ -59,7 +59,7 @@ void Vlm_SelDir::OpenDisk() {
     bool isThere = false;
     tree_->Fill([&] {
         disk->OpenWay(state_.LibRoot);
-        isThere = !preset.isEmpty() && FolderExists(preset) && disk->OpenWay(preset);
+        isThere = !preset.isEmpty() && FolderExists(disk->PathOf(preset)) && disk->OpenWay(preset);
     });
     if (isThere) {
         tree_->Select(DiskFolders::KeyOf(preset));

@@ -34,9 +34,11 @@ public:
           from_(NativePath(source)),
           to_(NativePath(destination)) {}
 
+    bool IsOntoItself() const { return IsSameFile(from_, to_); }
+
     // The file is complete on the disk in its new place.
     void Copy(IfThere ifThere) {
-        if (!FileExists(source_))
+        if (!QFileInfo(from_).isFile())
             ThrowCannotOpen(source_);
         QFile in(from_);
         if (!in.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
@@ -128,9 +130,9 @@ private:
 } // namespace
 
 void MoveFile(const QString& source, const QString& destination, IfThere ifThere) {
-    if (IsSameFile(source, destination))
-        return;
     Move move(source, destination);
+    if (move.IsOntoItself())
+        return;
     move.Copy(ifThere);
     move.DeleteSource();
 }
@@ -144,12 +146,11 @@ void DeleteMoveRemains(const QString& destination) {
 
 bool IsSameFile(const QString& one, const QString& other) {
     std::error_code failed;
-    return std::filesystem::equivalent(SystemPath(NativePath(one)), SystemPath(NativePath(other)), failed) &&
-           !failed;
+    return std::filesystem::equivalent(SystemPath(one), SystemPath(other), failed) && !failed;
 }
 
-QString PlaceOf(const QString& stored) {
-    const QFileInfo info(NativePath(stored));
+QString PlaceOf(const QString& native) {
+    const QFileInfo info(native);
     const QString folder = info.dir().canonicalPath();
     return (folder.isEmpty() ? info.path() : folder) + u'/' + info.fileName();
 }

@@ -17,10 +17,10 @@ void MoveFile(const QString& source, const QString& destination, IfThere ifThere
 // Deletes what a move to this destination that was killed may have left half-written.
 void DeleteMoveRemains(const QString& destination);
 
-// True when both (stored paths) are one file on the disk, by whatever spelling or link.
+// True when both (native paths) are one file on the disk, by whatever spelling or link.
 bool IsSameFile(const QString& one, const QString& other);
 
-// The name of a file, existing or not, that is the same by whatever way its folder is reached.
-QString PlaceOf(const QString& stored);
+// The name of a file (native path), existing or not, that is the same by whatever way its folder is reached.
+QString PlaceOf(const QString& native);
 
 } // namespace velmo

@@ -10,6 +10,7 @@
 
 #include <cerrno>
 #include <filesystem>
+#include <functional>
 #include <memory>
 
 namespace velmo {
@@ -17,15 +18,46 @@ namespace velmo {
 namespace {
 
 #ifndef Q_OS_WIN
-QString FindIgnoringCase(const QString& folder, const QString& name) {
-    const QStringList found =
-        QDir(folder.isEmpty() ? QStringLiteral(".") : folder)
-            .entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
-    for (const QString& candidate : found) {
-        if (candidate.compare(name, Qt::CaseInsensitive) == 0)
-            return candidate;
+// Tells the names in a folder (native path) in the order in which the file system gives them, until one is
+// the last to be told.
+void ReadNames(const QString& folder, const std::function<bool(const QString& name)>& isLast) {
+    const QByteArray path = QFile::encodeName(folder.isEmpty() ? QStringLiteral(".") : folder);
+    std::error_code failed;
+    std::filesystem::directory_iterator entry(path.toStdString(), failed);
+    for (; !failed && entry != std::filesystem::directory_iterator(); entry.increment(failed)) {
+        if (isLast(QFile::decodeName(entry->path().filename().string().c_str())))
+            return;
     }
-    return name;
+}
+
+QString FindIgnoringCase(const QString& folder, const QString& name) {
+    QString found = name;
+    ReadNames(folder, [&](const QString& candidate) {
+        const bool isSame = candidate.compare(name, Qt::CaseInsensitive) == 0;
+        if (isSame)
+            found = candidate;
+        return isSame;
+    });
+    return found;
+}
+
+// The native path of a stored one; find tells how a folder spells a name that it does not have as spelled.
+template <typename Find>
+QString SpelledAsFound(const QString& stored, const Find& find) {
+    QString path = stored;
+    path.replace(u'\\', u'/');
+    if (path.isEmpty() || QFileInfo::exists(path))
+        return path;
+    QString found;
+    const QStringList parts = path.split(u'/');
+    for (qsizetype i = 0; i < parts.size(); ++i) {
+        const QString& part = parts[i];
+        const bool exact = part.isEmpty() || QFileInfo::exists(found + part);
+        found += exact ? part : find(found, part);
+        if (i + 1 < parts.size())
+            found += u'/';
+    }
+    return found;
 }
 #endif
 
@@ -62,22 +94,33 @@ QString NativePath(const QString& stored) {
 #ifdef Q_OS_WIN
     return QDir::fromNativeSeparators(stored);
 #else
-    QString path = stored;
-    path.replace(u'\\', u'/');
-    if (path.isEmpty() || QFileInfo::exists(path))
-        return path;
-    QString found;
-    const QStringList parts = path.split(u'/');
-    for (qsizetype i = 0; i < parts.size(); ++i) {
-        const QString& part = parts[i];
-        const bool exact = part.isEmpty() || QFileInfo::exists(found + part);
-        found += exact ? part : FindIgnoringCase(found, part);
-        if (i + 1 < parts.size())
-            found += u'/';
-    }
-    return found;
+    return SpelledAsFound(stored, FindIgnoringCase);
 #endif
 }
+
+QString NativePaths::Find(const QString& stored) {
+#ifdef Q_OS_WIN
+    return NativePath(stored);
+#else
+    return SpelledAsFound(
+        stored, [this](const QString& folder, const QString& name) { return FindName(folder, name); });
+#endif
+}
+
+#ifndef Q_OS_WIN
+QString NativePaths::FindName(const QString& folder, const QString& name) {
+    const auto [known, isNew] = folders_.try_emplace(folder);
+    Names& names = known->second;
+    if (isNew)
+        ReadNames(folder, [&names](const QString& found) {
+            // Of several that differ only in case the first, as ever.
+            names.insert(found);
+            return false;
+        });
+    const auto found = names.find(name);
+    return found == names.end() ? name : *found;
+}
+#endif
 
 bool FileExists(const QString& stored) {
     return !stored.isEmpty() && QFileInfo(NativePath(stored)).isFile();

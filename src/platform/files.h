@@ -3,6 +3,8 @@
 #include <QByteArray>
 #include <QString>
 
+#include <map>
+#include <set>
 #include <vector>
 
 namespace velmo {
@@ -13,6 +15,26 @@ namespace velmo {
 // The operating system's path of a stored path. On a case-sensitive file system each part that does not exist
 // as spelled is looked up without regard to case; what is not found at all stays as spelled.
 QString NativePath(const QString& stored);
+
+// Finds many paths as NativePath does but reads each folder only once: a file that is made meanwhile may be
+// missed where it is spelled otherwise.
+class NativePaths {
+public:
+    QString Find(const QString& stored);
+
+private:
+    struct IgnoringCase {
+        bool operator()(const QString& left, const QString& right) const {
+            return left.compare(right, Qt::CaseInsensitive) < 0;
+        }
+    };
+    using Names = std::set<QString, IgnoringCase>;
+
+    QString FindName(const QString& folder, const QString& name);
+
+    // The names in each folder (path of the operating system) that had to be read.
+    std::map<QString, Names> folders_;
+};
 
 // True when a file (not a folder) of that name exists. An empty path names nothing.
 bool FileExists(const QString& stored);

@@ -1,6 +1,7 @@
 #include "platform/grid_model.h"
 
 #include "platform/numbers.h"
+#include "platform/plain_tool_tip.h"
 
 #include <QFont>
 
@@ -142,8 +143,9 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
         return {};
     switch (role) {
     case Qt::DisplayRole:
-    case Qt::ToolTipRole:
         return cells_.Text(row, column);
+    case Qt::ToolTipRole:
+        return PlainToolTip(cells_.Text(row, column));
     case Qt::TextAlignmentRole:
         return int(Qt::AlignVCenter | (IsNumber(cells_.Text(row, column)) ? Qt::AlignRight : Qt::AlignLeft));
     case Qt::FontRole:
@@ -172,8 +174,9 @@ QVariant GridModel::headerData(int section, Qt::Orientation orientation, int rol
         return {};
     switch (role) {
     case Qt::DisplayRole:
-    case Qt::ToolTipRole:
         return across || firstColumn_ > 0 ? cells_.Text(row, column) : QVariant();
+    case Qt::ToolTipRole:
+        return across || firstColumn_ > 0 ? PlainToolTip(cells_.Text(row, column)) : QVariant();
     case Qt::FontRole:
         return across ? QVariant() : MarkedFont(row);
     default:

@@ -12,7 +12,7 @@ KeyedTree::KeyedTree(QWidget* parent) : KeepsSelection(parent), model_(new Keyed
     setUniformRowHeights(true);
     setEditTriggers(NoEditTriggers);
     connect(this, &QTreeView::expanded, this,
-            [this](const QModelIndex& index) { Q_EMIT NodeExpanded(model_->Key(index)); });
+            [this](const QModelIndex& index) { OnExpanded(model_->Key(index)); });
     connect(this, &QTreeView::collapsed, this,
             [this](const QModelIndex& index) { Q_EMIT NodeCollapsed(model_->Key(index)); });
 }
@@ -34,7 +34,17 @@ QString KeyedTree::FirstChildKey(const QString& key) const {
 }
 
 void KeyedTree::SetExpanded(const QString& key, bool expanded) {
+    const QScopedValueRollback<bool> setting(settingExpanded_, true);
     setExpanded(model_->Find(key), expanded);
+}
+
+// A node that the user opened and that turns out to have nothing below it is not open.
+void KeyedTree::OnExpanded(const QString& key) {
+    Q_EMIT NodeExpanded(key);
+    if (settingExpanded_ || !model_->Contains(key) || !FirstChildKey(key).isEmpty())
+        return;
+    const QSignalBlocker untold(this);
+    setExpanded(model_->Find(key), false);
 }
 
 bool KeyedTree::IsExpanded(const QString& key) const {
@@ -78,14 +88,44 @@ void KeyedTree::mousePressEvent(QMouseEvent* event) {
         Q_EMIT NodeClicked(model_->Key(pressed));
 }
 
+// A key that moves the frame, on a tree in which nothing is selected yet, chooses the node that has it.
+bool KeyedTree::ChooseFramed() {
+    if (selectionModel()->hasSelection() || model_->rowCount() == 0)
+        return false;
+    setCurrentIndex(currentIndex().isValid() ? currentIndex() : model_->index(0, 0));
+    return true;
+}
+
+void KeyedTree::OpenSelected() {
+    if (const QString key = SelectedKey(); !key.isEmpty() && !FirstChildKey(key).isEmpty())
+        setExpanded(model_->Find(key), true);
+}
+
 void KeyedTree::keyPressEvent(QKeyEvent* event) {
-    if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter) {
-        QTreeView::keyPressEvent(event);
+    switch (event->key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        event->ignore();
+        if (const QString key = SelectedKey(); !key.isEmpty())
+            Q_EMIT EnterPressed(key);
         return;
+    case Qt::Key_Asterisk:
+        // Everything below the node would be the whole library or disk, and it is read as it is opened.
+        OpenSelected();
+        return;
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+    case Qt::Key_Home:
+    case Qt::Key_End:
+    case Qt::Key_PageUp:
+    case Qt::Key_PageDown:
+        if (ChooseFramed())
+            return;
+        break;
+    default:
+        break;
     }
-    event->ignore();
-    if (const QString key = SelectedKey(); !key.isEmpty())
-        Q_EMIT EnterPressed(key);
+    QTreeView::keyPressEvent(event);
 }
 
 void KeyedTree::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) {

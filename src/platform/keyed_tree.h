@@ -50,8 +50,14 @@ protected:
     void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
 
 private:
+    void OnExpanded(const QString& key);
+    bool ChooseFramed();
+    void OpenSelected();
+
     KeyedTreeModel* model_;
     bool selecting_ = false;
+    // The program says what is open; it may call a node without children so.
+    bool settingExpanded_ = false;
     // The mouse press under way has been told already.
     bool told_ = false;
 };

@@ -1,5 +1,6 @@
 #include "platform/keyed_tree_model.h"
 
+#include "platform/plain_tool_tip.h"
 #include "platform/runtime_error.h"
 
 namespace velmo {
@@ -140,8 +141,9 @@ QVariant KeyedTreeModel::data(const QModelIndex& index, int role) const {
     const Node* node = NodeOf(index);
     switch (role) {
     case Qt::DisplayRole:
-    case Qt::ToolTipRole:
         return node->text;
+    case Qt::ToolTipRole:
+        return PlainToolTip(node->text);
     case Qt::DecorationRole:
         return node->image > 0 && node->image <= images_.size() ? QVariant(images_[node->image - 1])
                                                                 : QVariant();

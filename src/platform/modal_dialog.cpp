@@ -2,25 +2,34 @@
 
 #include "platform/window_places.h"
 
-#include <QEvent>
+#include <QShowEvent>
 
 namespace velmo {
 
 ModalDialog::ModalDialog(QWidget* parent, const char* name, QHash<QString, QSize>& sizes)
-    : QDialog(parent), sizes_(sizes) {
-    setObjectName(QLatin1String(name));
+    : QDialog(parent), sizes_(sizes), sizeKey_(QLatin1String(name)) {
+    setObjectName(sizeKey_);
 }
 
 void ModalDialog::ShowModal() {
-    const QSize remembered = sizes_.value(objectName());
+    shownSize_ = QSize();
+    const QSize remembered = sizes_.value(sizeKey_);
     if (remembered.isValid())
         resize(remembered);
     exec();
 }
 
 void ModalDialog::done(int result) {
-    sizes_[objectName()] = size();
+    if (shownSize_.isValid() && size() != shownSize_)
+        sizes_[sizeKey_] = size();
     QDialog::done(result);
+}
+
+void ModalDialog::showEvent(QShowEvent* event) {
+    QDialog::showEvent(event);
+    // A dialog that becomes topmost is shown a second time.
+    if (!shownSize_.isValid())
+        shownSize_ = size();
 }
 
 void ModalDialog::changeEvent(QEvent* event) {

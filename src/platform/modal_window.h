@@ -11,6 +11,9 @@ class ModalWindow : public QMainWindow {
 public:
     using QMainWindow::QMainWindow;
 
+    // Bars are shown and hidden by menus of the windows' own, or not at all.
+    QMenu* createPopupMenu() override { return nullptr; }
+
     // Shows the window in front of the others. What is slow to fill is filled right after this: the window
     // manager needs its time to find a place for the window, and only then does it paint itself.
     void Appear();

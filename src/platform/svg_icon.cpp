@@ -36,7 +36,8 @@ QPixmap Rendered(const QString& resource, const QColor& textColour, const QSize&
 }
 
 QPixmap ForMode(const QPixmap& normal, QIcon::Mode mode) {
-    if (mode == QIcon::Normal)
+    // The row behind it says enough of a selected one.
+    if (mode == QIcon::Normal || mode == QIcon::Selected)
         return normal;
     QStyleOption option;
     option.palette = QApplication::palette();
@@ -68,8 +69,12 @@ public:
     }
 
     void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State state) override {
-        const QSize pixels = (QSizeF(rect.size()) * painter->device()->devicePixelRatio()).toSize();
-        painter->drawPixmap(rect, pixmap(pixels, mode, state));
+        // As large as there is room, in its own proportions.
+        const int side = qMin(rect.width(), rect.height());
+        QRect square(0, 0, side, side);
+        square.moveCenter(rect.center());
+        const QSize pixels = (QSizeF(square.size()) * painter->device()->devicePixelRatio()).toSize();
+        painter->drawPixmap(square, pixmap(pixels, mode, state));
     }
 
 private:

@@ -11,6 +11,8 @@ namespace {
 
 // How much of the selection's colour is left in a view without the focus.
 constexpr double Faded = 0.3;
+// How much of the text's colour a hint has.
+constexpr float HintStrength = 0.6F;
 
 QColor Mixed(const QColor& full, const QColor& ground) {
     const auto part = [](double a, double b) { return float(a * Faded + b * (1 - Faded)); };
@@ -36,6 +38,16 @@ QStyleOptionViewItem FadedItem(const QStyleOptionViewItem& item) {
 }
 
 } // namespace
+
+// Not every desktop says how hints look; left alone they would be black on the dark ones.
+void VelmoStyle::polish(QPalette& palette) {
+    QProxyStyle::polish(palette);
+    for (const QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
+        QColor hint = palette.color(group, QPalette::Text);
+        hint.setAlphaF(HintStrength);
+        palette.setColor(group, QPalette::PlaceholderText, hint);
+    }
+}
 
 QIcon VelmoStyle::standardIcon(StandardPixmap icon, const QStyleOption* option, const QWidget* widget) const {
     switch (icon) {

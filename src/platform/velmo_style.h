@@ -8,6 +8,8 @@ namespace velmo {
 // sharp at every scale and readable in light and dark; and selections that tell which view has the keyboard.
 class VelmoStyle : public QProxyStyle {
 public:
+    using QProxyStyle::polish;
+    void polish(QPalette& palette) override;
     QIcon standardIcon(StandardPixmap icon, const QStyleOption* option, const QWidget* widget) const override;
     void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
                      const QWidget* widget) const override;

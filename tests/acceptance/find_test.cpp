@@ -96,7 +96,8 @@ TEST_F(FindTest, SaysThatNothingIsFound) {
     LookFor("歯車");
     EXPECT_TRUE(IsSearching());
     EXPECT_THAT(Found(), IsEmpty());
-    EXPECT_EQ(Run().Text("VlmFindHint"), QString("一致する分類やシンボルはありません"));
+    EXPECT_EQ(Run().Text("VlmFindHint"),
+              QString("一致する分類やシンボルはありません。\nEsc で検索をやめます。"));
     EXPECT_TRUE(Run().IsVisible("VlmFindHint"));
     Run().Press("Down");
     Run().Press("Return");
@@ -131,6 +132,8 @@ TEST_F(FindTest, ArrowsChooseWhileTheFieldKeepsTheFocus) {
     Run().Press("Escape");
     EXPECT_TRUE(ShowsTree());
     EXPECT_EQ(Run().Text("VlmFind"), QString());
+    EXPECT_EQ(Run().Focus(), QString("VlmFind"));
+    Run().Press("Escape");
     EXPECT_EQ(Run().Focus(), QString("VlmTreeView"));
     EXPECT_EQ(SelectedCategory(), QString("トルヴィク > ボルト"));
 }
@@ -272,6 +275,25 @@ TEST_F(FindTest, WhatAnotherProgramChangedIsFound) {
     Execute("INSERT INTO PDFFileTable (FolderID, PDFName) VALUES (2, '歯車')");
     LookFor("歯");
     EXPECT_THAT(Found(), ElementsAre("歯車"));
+}
+
+TEST_F(FindTest, ACategoryThatAnotherProgramAddedIsChosen) {
+    StartWith("VLM_MAIN");
+    ChooseCategory(bolts_);
+    Execute("INSERT INTO FolderTable (ParentID, FolderName, SLDFileName) VALUES (2, '新しい分類', '')");
+    LookFor("新しい");
+    Run().Press("Down");
+    EXPECT_EQ(Panel(0), QString("ボルト － 新しい分類"));
+    EXPECT_EQ(SelectedCategory(), QString("トルヴィク > ボルト > 新しい分類"));
+}
+
+TEST_F(FindTest, ACategoryThatAnotherProgramRemovedIsToldByName) {
+    StartWith("VLM_MAIN");
+    LookFor("大形");
+    Execute("DELETE FROM FolderTable WHERE FolderName='大形'");
+    Run().Press("Down");
+    ExpectError({"35601", "分類 (ID 4)"});
+    EXPECT_TRUE(Run().IsWindowShown("VLM_MAIN"));
 }
 
 // Run mode 3: both libraries.

@@ -149,6 +149,7 @@ TEST_F(MoveWithoutPermissionTest, ToTheTarget) {
     Run().Click("AllBtn");
     MoveFilesTo(newFolder_);
     ExpectError({"PUMP.PDF"});
+    EXPECT_THAT(SelectedRows(), ElementsAre("ポンプ", "弁"));
     EXPECT_EQ(PartEntries(), firstParts_);
     for (const char* name : {"PUMP.PDF", "PUMP.SLD", "VALVE.PDF", "VALVE.SLD"}) {
         EXPECT_EQ(HomeFile(QString("OLD\\") + name), QString(name));

@@ -55,6 +55,26 @@ TEST_F(MoveToolTest, SelectsWithTheButtonsAndTheMouse) {
     EXPECT_THAT(SelectedRows(), ElementsAre("ポンプ", "弁"));
 }
 
+TEST_F(MoveToolTest, EnterPressesTheButtonWithTheFocusOnly) {
+    OpenTool(parts_);
+    Run().Press("Return");
+    EXPECT_EQ(Run().Focus(), QString("SelList"));
+    EXPECT_TRUE(Run().IsWindowShown("Vlm_Tool"));
+    EXPECT_THAT(SelectedRows(), ElementsAre());
+    Run().Press("Tab");
+    ASSERT_EQ(Run().Focus(), QString("AllBtn"));
+    Run().Press("Return");
+    EXPECT_THAT(SelectedRows(), ElementsAre("ポンプ", "弁"));
+    Run().Press("Tab");
+    Run().Press("Enter");
+    EXPECT_THAT(SelectedRows(), ElementsAre());
+    for (int button = 0; button < 3; ++button)
+        Run().Press("Tab");
+    ASSERT_EQ(Run().Focus(), QString("CanBtn"));
+    Run().Press("Return");
+    AwaitToolClosed();
+}
+
 TEST_F(MoveToolTest, LeavingChangesNothing) {
     const QList<std::function<void()>> ways = {[this] { Run().Click("CanBtn"); },
                                                [this] { Run().Press("Escape"); },

@@ -56,6 +56,30 @@ TEST_F(RegisterTest, WhatTheFormOfACategorySays) {
     Leave();
 }
 
+TEST_F(RegisterTest, TheFormsOfCategoriesAndEntriesHaveTheirOwnSizes) {
+    const auto size = [this] {
+        const QJsonArray rect = Run().Window("Vlm_TBlEdt")["rect"].toArray();
+        return QSize(rect[2].toInt(), rect[3].toInt());
+    };
+    StartWith("VLM_MAIN");
+    AddEntry(bolts_);
+    const QSize ofEntries = size();
+    Leave();
+    AddCategoryBelow(bolts_);
+    const QSize ofCategories = size();
+    EXPECT_LT(ofCategories.height(), ofEntries.height()) << "it has a row less";
+    const QSize given = ofCategories + QSize(60, 40);
+    Run().ResizeWindow("Vlm_TBlEdt", given);
+    Run().WaitFor("the new size", [&] { return size() == given; });
+    Leave();
+    EditEntry(bolts_, "アイボルト");
+    EXPECT_EQ(size(), ofEntries);
+    Leave();
+    EditCategory(bolts_);
+    EXPECT_EQ(size(), given);
+    Leave();
+}
+
 TEST_F(RegisterTest, WhatTheFormOfAnEntrySays) {
     StartWith("VLM_MAIN");
     AddEntry(washers_);

@@ -129,6 +129,23 @@ TEST_F(BrowserLayoutTest, EscapeGivesADragUp) {
     EXPECT_EQ(Part("PDFImg").geometry(), before);
 }
 
+TEST_F(BrowserLayoutTest, ArrowKeysMoveASplitterThatHasTheFocus) {
+    Layout();
+    QWidget& bar = Part("SplitImg");
+    const int before = bar.x();
+    bar.setFocus();
+    QTest::keyClick(&bar, Qt::Key_Right);
+    QTest::keyClick(&bar, Qt::Key_Right);
+    EXPECT_GT(bar.x(), before + 8);
+    QTest::keyClick(&bar, Qt::Key_Up);
+    QTest::keyClick(&bar, Qt::Key_Left);
+    EXPECT_EQ(bar.x(), before + 8);
+    const int list = Part("PDFImg").y();
+    QTest::keyClick(&Part("PDFImg"), Qt::Key_Down);
+    EXPECT_EQ(Part("PDFImg").y(), list + 8);
+    ExpectAdjacent();
+}
+
 TEST_F(BrowserLayoutTest, NoPaneIsSqueezedOut) {
     Layout();
     Drag("SplitImg", {-1000, 0});

@@ -246,6 +246,32 @@ TEST_F(CategoryTreeTest, AClickMovesTheOpenFolder) {
     EXPECT_EQ(view_.Nodes().Image("Nod2"), 2) << "children, but not expanded";
 }
 
+TEST_F(CategoryTreeTest, KeysThatOpenLeaveACategoryWithoutChildrenClosed) {
+    FillSample(state_.LibraryDb, "R");
+    Tree().RestoreSelection();
+    QTest::keyClick(&view_, Qt::Key_Asterisk);
+    EXPECT_EQ(view_.Nodes().Image("Nod5"), 2);
+    EXPECT_EQ(view_.FirstChildKey("Nod2").first(2), "\\N") << "what is below it is not read";
+    for (const Qt::Key key : {Qt::Key_Asterisk, Qt::Key_Return}) {
+        Click("Nod5");
+        QTest::keyClick(&view_, key);
+        EXPECT_EQ(view_.Nodes().Image("Nod5"), 1) << "it is the selected one";
+        EXPECT_FALSE(view_.IsExpanded("Nod5"));
+        Click("Nod2");
+        EXPECT_EQ(view_.Nodes().Image("Nod5"), 2);
+    }
+}
+
+TEST_F(CategoryTreeTest, ACategoryWhoseChildrenAreGoneIsNotOpen) {
+    FillSample(state_.LibraryDb, "R");
+    Tree().RestoreSelection();
+    Database(state_.LibraryDb, Database::Access::Write).Execute("DELETE FROM FolderTable WHERE ParentID=2");
+    view_.SetExpanded("Nod2", true);
+    EXPECT_EQ(view_.FirstChildKey("Nod2"), "");
+    EXPECT_FALSE(view_.IsExpanded("Nod2"));
+    EXPECT_EQ(view_.Nodes().Image("Nod2"), 2);
+}
+
 TEST_F(CategoryTreeTest, ThePathLeavesTheRootOut) {
     FillSample(state_.LibraryDb, "R");
     state_.CurFolderID = 3;

@@ -1,4 +1,5 @@
 #include "library/content_model.h"
+#include "platform/plain_tool_tip.h"
 
 #include <QAbstractItemModelTester>
 #include <gtest/gtest.h>
@@ -24,6 +25,14 @@ TEST(ContentModelTest, ShowsSubcategoriesWithoutAndEntriesWithFiles) {
     EXPECT_TRUE(model.index(1, 0).data(Qt::DecorationRole).isNull());
     model.SetRows({});
     EXPECT_EQ(model.rowCount(), 0);
+}
+
+TEST(ContentModelTest, MarkupInANameIsReadAsItIsWritten) {
+    ContentModel model;
+    model.SetRows({{false, 3, "<b>x</b>", "A\\B.PDF", "A\\B.SLD"}});
+    EXPECT_EQ(TextAt(model, 0, 0), "<b>x</b>");
+    EXPECT_EQ(model.index(0, 0).data(Qt::ToolTipRole).toString(), PlainToolTip("<b>x</b>"));
+    EXPECT_EQ(model.index(0, 1).data(Qt::ToolTipRole).toString(), "A\\B.PDF");
 }
 
 TEST(ContentModelTest, ItsColumnsAreNamed) {

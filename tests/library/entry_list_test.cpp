@@ -1,7 +1,9 @@
 #include "library/entry_list.h"
 #include "library/library_samples.h"
+#include "platform/empty_hint.h"
 #include "platform/files.h"
 #include "platform/keeps_selection.h"
+#include "platform/plain_tool_tip.h"
 #include "platform/slide_view.h"
 #include "support/message_queue.h"
 
@@ -91,6 +93,28 @@ TEST_F(EntryListTest, AnEmptySlideSaysWhy) {
     state_.CurFolderID = 77;
     list_.FillEntryList(EntryList::Restore::No);
     EXPECT_EQ(slide_.EmptyText(), "シンボルのスライドがここに出ます");
+}
+
+TEST_F(EntryListTest, AListThatCouldNotBeReadClaimsNothing) {
+    const auto* hint = view_.findChild<EmptyHint*>();
+    state_.CurFolderID = 77;
+    list_.FillEntryList(EntryList::Restore::No);
+    EXPECT_TRUE(hint->Text().contains("シンボルはありません"));
+    state_.CurFolderID = 2;
+    list_.FillEntryList(EntryList::Restore::No);
+    state_.LibraryDb = folder_.Path("gone.mdb");
+    EXPECT_THROW(list_.FillEntryList(EntryList::Restore::No), RuntimeError);
+    EXPECT_TRUE(hint->IsSeen());
+    EXPECT_EQ(hint->Text(), "ツリーで分類を選んでください。");
+    EXPECT_EQ(slide_.EmptyText(), "シンボルのスライドがここに出ます");
+}
+
+TEST_F(EntryListTest, MarkupInACaptionIsReadAsItIsWritten) {
+    AddEntry(*database_, 2, "<b>x</b>", "SMB\\x.txt");
+    list_.FillEntryList(EntryList::Restore::No);
+    const QModelIndex last = view_.model()->index(4, 0);
+    EXPECT_EQ(last.data().toString(), "<b>x</b>");
+    EXPECT_EQ(last.data(Qt::ToolTipRole).toString(), PlainToolTip("<b>x</b>"));
 }
 
 TEST_F(EntryListTest, OfTwoEntriesWithOneCaptionTheFirstWins) {

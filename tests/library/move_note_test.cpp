@@ -1,8 +1,8 @@
 #include "library/move_note.h"
 #include "library/symbol_file_move.h"
 #include "support/failure.h"
-#include "symbol_library.h"
 #include "support/other_user.h"
+#include "symbol_library.h"
 
 #include <QElapsedTimer>
 
@@ -133,6 +133,18 @@ TEST_F(MoveNoteTest, ANoteThatCannotBeUnderstoodStaysAndKeepsFilesFromMoving) {
     Finish();
     EXPECT_EQ(Failure([&] { MoveSymbolFiles(state, FolderContent(state), callbacks); }),
               ErrorNumber::PathFileAccess);
+}
+
+TEST_F(MoveNoteTest, ANoteThatCannotBeReadIsFoundBeforeTheFirstQuestion) {
+    WriteNote("x\n");
+    WriteFile("N\\M10.PDF", "in the way");
+    DeleteFile(state.LibRoot + "A\\M12.PDF");
+    bool isAsked = false;
+    callbacks.ask = [&](const QString&) { return isAsked = true; };
+    EXPECT_EQ(Failure([&] { MoveSymbolFiles(state, FolderContent(state), callbacks); }),
+              ErrorNumber::PathFileAccess);
+    EXPECT_FALSE(isAsked);
+    EXPECT_EQ(told, QStringList());
 }
 
 TEST_F(MoveNoteTest, AnEmptyNoteIsDone) {

@@ -1,8 +1,10 @@
 #include "library/symbol_file_move.h"
 #include "support/failing_disk.h"
 #include "support/failure.h"
-#include "symbol_library.h"
 #include "support/other_user.h"
+#include "symbol_library.h"
+
+#include <QElapsedTimer>
 
 #include <unistd.h>
 
@@ -103,6 +105,18 @@ TEST_F(SymbolFileMoveTest, TheEntriesHoldTheFolderAsItWasPicked) {
     Move();
     EXPECT_EQ(Entries(), movedEntries);
     EXPECT_EQ(QDir(NativePath(state.HomeDir + "n")).entryList(QDir::Files).size(), 4);
+}
+
+TEST_F(SymbolFileMoveTest, AFolderWhoseNameIsTheRootsInUpperCaseIsAnother) {
+    folder.Write("HOME\\N\\M10.PDF", "not ours");
+    WriteFile("N\\M12.SLD", "old");
+    state.PickedDir = folder.Path() + "HOME\\N\\";
+    Move();
+    EXPECT_EQ(asked, QStringList{state.PickedDir + "M12.SLDはすでに存在します\r上書きしてよろしいですか"});
+    EXPECT_EQ(FileNames(), (QStringList{"N\\M10.PDF", "N\\M10.SLD", "N\\M12.PDF", "N\\M12.SLD"}));
+    EXPECT_EQ(Entries(), movedEntries);
+    EXPECT_EQ(folder.Read("HOME\\N\\M10.PDF"), "not ours");
+    EXPECT_EQ(QDir(NativePath(folder.Path() + "HOME\\N")).entryList(QDir::Files), QStringList{"M10.PDF"});
 }
 
 TEST_F(SymbolFileMoveTest, NamesAreCutByTheLengthOfTheRootWhereverTheFolderIs) {
@@ -235,6 +249,74 @@ TEST_F(SymbolFileMoveTest, StoppingKeepsWhatWasMoved) {
     stopAt = 0;
     Move();
     EXPECT_EQ(FileNames().size(), 4);
+}
+
+// Three hundred entries with a file each, two of which have a namesake in the target.
+class ManyFilesTest : public SymbolFileMoveTest {
+protected:
+    ManyFilesTest() {
+        Execute("DELETE FROM PDFFileTable");
+        Database database = Open();
+        Transaction adding(database);
+        for (int i = 0; i < count; ++i) {
+            const QString name = QStringLiteral("P%1.PDF").arg(i);
+            WriteFile("A\\" + name, "x");
+            AddEntry(database, 2, name, "A\\" + name, {});
+        }
+        adding.Commit();
+        for (const char* name : {"N\\p7.pdf", "N\\P250.PDF"})
+            WriteFile(name, "old");
+    }
+    static constexpr int count = 300;
+};
+
+TEST_F(ManyFilesTest, LookingAtThemIsToldBeforeTheFirstQuestion) {
+    QStringList toldBefore;
+    callbacks.ask = [&](const QString&) {
+        if (toldBefore.isEmpty())
+            toldBefore = progress;
+        EXPECT_EQ(progress, toldBefore);
+        return true;
+    };
+    Move();
+    EXPECT_EQ(toldBefore.value(0), "0/600");
+    EXPECT_EQ(toldBefore.value(1), "64/600");
+    EXPECT_EQ(toldBefore.value(toldBefore.size() - 1), "600/600")
+        << "what shows it is closed before the question";
+    EXPECT_EQ(progress.value(toldBefore.size()), "0/300");
+    EXPECT_EQ(progress.last(), "299/300");
+    EXPECT_EQ(folder.Read("home\\N\\p7.pdf"), "x");
+}
+
+TEST_F(ManyFilesTest, StoppingWhileTheyAreLookedAtChangesNothing) {
+    const QMap<QString, QByteArray> before = Files();
+    for (const qint64 stop : {64, 600}) {
+        stopAt = stop;
+        Move();
+        EXPECT_EQ(progress.value(progress.size() - 1), QStringLiteral("%1/600").arg(stop));
+    }
+    EXPECT_EQ(asked, QStringList());
+    EXPECT_EQ(Files(), before);
+}
+
+// A folder that was read for every file would take minutes.
+TEST_F(ManyFilesTest, ALargeTargetIsReadOnce) {
+    for (int i = 0; i < 10'000; ++i)
+        WriteFile(QStringLiteral("N\\other%1.pdf").arg(i), {});
+    refused = {1, 2};
+    QElapsedTimer timer;
+    timer.start();
+    qint64 planned = -1;
+    callbacks.progress = [&](qint64 done, qint64 total) {
+        const bool isMoving = total == count - 2;
+        if (isMoving && done == 0)
+            planned = timer.elapsed();
+        return !isMoving;
+    };
+    Move();
+    EXPECT_GE(planned, 0);
+    EXPECT_LT(planned, 2000);
+    EXPECT_EQ(asked.size(), 2);
 }
 
 TEST_F(SymbolFileMoveTest, AFullDiskAtTheThirdFileKeepsTheFirstTwo) {

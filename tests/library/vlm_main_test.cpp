@@ -1,5 +1,6 @@
 #include "library/library_samples.h"
 #include "library/vlm_main.h"
+#include "platform/elided_label.h"
 #include "platform/files.h"
 #include "platform/slide_view.h"
 #include "support/message_queue.h"
@@ -93,6 +94,18 @@ TEST_F(BrowserTest, AClickedCategoryShowsSlidePathAndEntries) {
     EXPECT_FALSE(Find<SlideView>("VlmTreeSlide")->HasPicture()) << "a category without a slide clears it";
     EXPECT_EQ(state_.CurSldFile, "");
     EXPECT_EQ(Find<QListView>("VlmPdfList")->model()->rowCount(), 0);
+}
+
+TEST_F(BrowserTest, APathThatIsTooLongIsCutInTheMiddle) {
+    const QString name = QString(QChar(u'長')).repeated(200);
+    Database(folder_.Path("home\\Velmo2.mdb"), Database::Access::Write)
+        .Execute("UPDATE FolderTable SET FolderName='" + name + "' WHERE ID=2");
+    Browser();
+    ClickNode("Nod2");
+    EXPECT_EQ(Path(), name);
+    const auto* panel = Find<QStatusBar>("VlmStatusBar")->findChild<ElidedLabel*>();
+    ASSERT_TRUE(panel);
+    EXPECT_LT(panel->ShownText().size(), name.size());
 }
 
 TEST_F(BrowserTest, OpenWithNothingChosenSaysSo) {
@@ -341,6 +354,8 @@ TEST_F(BrowserTest, ACategoryThatCannotBeSelectedLeavesTheBrowserUsable) {
     database.Execute("UPDATE FolderTable SET ParentID=9 WHERE ParentID=1");
     messages_.ExpectContaining("35601");
     Browser();
+    QTest::keyClick(Find<KeyedTree>("VlmTreeView"), Qt::Key_Home);
+    EXPECT_EQ(Find<KeyedTree>("VlmTreeView")->SelectedKey(), "Nod9") << "the keyboard can choose as well";
     ClickNode("Nod2");
     EXPECT_EQ(Path(), "A");
 }

@@ -3,6 +3,7 @@
 #include "pickers/folder_tree.h"
 #include "platform/folder_images.h"
 #include "support/message_queue.h"
+#include "support/other_user.h"
 
 #include <QAbstractItemModelTester>
 #include <QSignalSpy>
@@ -150,6 +151,31 @@ TEST_F(DiskFoldersTest, AWayThatLeadsNowhere) {
     tree_.Fill([&] { EXPECT_FALSE(source_.OpenWay("/elsewhere\\A\\")); });
     Fill("A\\B");
     EXPECT_TRUE(isThere_);
+}
+
+TEST_F(DiskFoldersTest, AFolderWhoseNameIsTheHomesInUpperCaseIsAnother) {
+    disk_.MakeNamesake();
+    disk_.MakeFolder("Smb\\Bolt");
+    Fill("Smb\\Bolt\\");
+    EXPECT_TRUE(isThere_);
+    EXPECT_THAT(ChildKeys(disk_.Key()), ElementsAre(disk_.Key("SMB\\")));
+    EXPECT_THAT(ChildKeys(disk_.Key("SMB\\")), ElementsAre(disk_.Key("SMB\\BOLT\\")));
+    EXPECT_EQ(source_.PathOf(disk_.Key("SMB\\")), disk_.Home() + "SMB\\");
+    EXPECT_EQ(source_.PathOf(disk_.Key().chopped(1)), disk_.Home());
+    EXPECT_EQ(source_.PathOf("/elsewhere\\A"), "/elsewhere\\A\\");
+}
+
+TEST_F(DiskFoldersTest, TheFoldersAboveTheHomeNeedNotBeReadable) {
+    if (!OtherUser::IsPossible())
+        GTEST_SKIP() << "only the superuser can be another user";
+    disk_.MakeFolder("Smb\\Bolt");
+    disk_.HideHome();
+    const OtherUser other(disk_.Native());
+    ASSERT_TRUE(other.Changed());
+    ASSERT_THAT(QDir(disk_.Native("..")).entryList(QDir::Dirs | QDir::NoDotAndDotDot), IsEmpty());
+    Fill("Smb\\");
+    EXPECT_TRUE(isThere_);
+    EXPECT_THAT(ChildKeys(disk_.Key("SMB\\")), ElementsAre(disk_.Key("SMB\\BOLT\\")));
 }
 
 TEST_F(DiskFoldersTest, ACircleOfLinksIsOpenedLevelByLevel) {

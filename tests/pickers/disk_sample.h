@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <sys/stat.h>
 
 namespace velmo {
 
@@ -29,6 +30,13 @@ public:
         if (!QDir(Native(below)).removeRecursively())
             ADD_FAILURE() << "cannot remove " << below.toStdString();
     }
+    // Another folder, whose name is that of the home in upper case, with a folder WRONG and a file WRONG.SLD.
+    void MakeNamesake() const {
+        folder_.Write(QStringLiteral("HOME\\WRONG\\X"), {});
+        folder_.Write(QStringLiteral("HOME\\WRONG.SLD"), {});
+    }
+    // The folder above the home lets everyone in but shows its names to nobody but its owner.
+    void HideHome() const { ASSERT_EQ(::chmod(QFile::encodeName(Native("..")).constData(), 0711), 0); }
     void WriteFile(const QString& below, const QByteArray& bytes = {}) const {
         folder_.Write(QStringLiteral("home\\") + below, bytes);
     }

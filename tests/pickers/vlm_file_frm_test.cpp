@@ -5,6 +5,7 @@
 #include "platform/slide_samples.h"
 #include "platform/slide_view.h"
 #include "support/message_queue.h"
+#include "support/other_user.h"
 
 #include <QApplication>
 #include <QLineEdit>
@@ -117,7 +118,7 @@ TEST_F(FilePickerTest, OpensAtThePreviousChoice) {
     EXPECT_TRUE(Tree()->IsExpanded(disk_.Key("SMB\\")));
     EXPECT_FALSE(Tree()->IsExpanded(disk_.Key("SMB\\NUT\\")));
     EXPECT_THAT(Files(), ElementsAre("EYE.SLD", "HEX.SLD"));
-    EXPECT_EQ(List()->Folder(), disk_.Key("SMB\\BOLT\\"));
+    EXPECT_EQ(List()->Folder(), disk_.Home() + "SMB\\BOLT\\");
     // It has the frame but is not chosen.
     EXPECT_EQ(List()->currentIndex().data().toString(), "HEX.SLD");
     EXPECT_EQ(Chosen(), "");
@@ -127,6 +128,36 @@ TEST_F(FilePickerTest, OpensAtThePreviousChoice) {
     EXPECT_EQ(state_.PickedFile, "smb\\BOLT\\Hex.sld");
     Press(Qt::Key_Escape);
     EXPECT_EQ(state_.PickedFile, "");
+}
+
+TEST_F(FilePickerTest, AFolderWhoseNameIsTheHomesInUpperCaseIsAnother) {
+    WriteSample();
+    disk_.MakeNamesake();
+    Open("smb\\bolt\\EYE.SLD");
+    EXPECT_THAT(Files(), ElementsAre("EYE.SLD", "HEX.SLD"));
+    EXPECT_FALSE(Tree()->Nodes().Contains(disk_.Key("WRONG\\")));
+    ClickFile("EYE.SLD");
+    EXPECT_TRUE(SlideShown()->HasPicture());
+    ClickFolder({});
+    EXPECT_THAT(Files(), ElementsAre("TOP.SLD"));
+    ClickFolder("SMB\\BOLT\\");
+    EXPECT_THAT(Files(), ElementsAre("EYE.SLD", "HEX.SLD"));
+    ClickFile("EYE.SLD");
+    Click("Vlm_FilOKBtn");
+    EXPECT_EQ(state_.PickedFile, "SMB\\BOLT\\EYE.SLD");
+}
+
+TEST_F(FilePickerTest, TheFoldersAboveTheHomeNeedNotBeReadable) {
+    if (!OtherUser::IsPossible())
+        GTEST_SKIP() << "only the superuser can be another user";
+    WriteSample();
+    disk_.HideHome();
+    const OtherUser other(disk_.Native());
+    ASSERT_TRUE(other.Changed());
+    Open("Smb\\Bolt\\EYE.SLD");
+    EXPECT_THAT(Files(), ElementsAre("EYE.SLD", "HEX.SLD"));
+    ClickFolder({});
+    EXPECT_THAT(Files(), ElementsAre("TOP.SLD"));
 }
 
 TEST_F(FilePickerTest, APreviousChoiceInTheHomeFolderOpensNoFolders) {
@@ -170,8 +201,8 @@ TEST_F(FilePickerTest, ClickingAFolderShowsItsFiles) {
     EXPECT_EQ(Tree()->Nodes().Image(disk_.Key("SMB\\BOLT\\")), ClosedFolder);
     // The keys choose as the mouse does.
     QTest::keyClick(Tree(), Qt::Key_Up);
-    EXPECT_EQ(List()->Folder(), Tree()->SelectedKey());
-    EXPECT_NE(List()->Folder(), disk_.Key("SMB\\NUT\\"));
+    EXPECT_EQ(UpperCasePath(List()->Folder()), Tree()->SelectedKey());
+    EXPECT_NE(List()->Folder(), disk_.Home() + "SMB\\NUT\\");
     ClickFolder({});
     EXPECT_THAT(Files(), ElementsAre("TOP.SLD"));
 }
@@ -181,11 +212,11 @@ TEST_F(FilePickerTest, ChoosingShowsNameAndSlide) {
     Open("Smb\\Bolt\\");
     ClickFile("HEX.SLD");
     EXPECT_EQ(Chosen(), "HEX.SLD");
-    EXPECT_EQ(SlideShown()->SlideFile(), disk_.Key("SMB\\BOLT\\") + "HEX.SLD");
+    EXPECT_EQ(SlideShown()->SlideFile(), disk_.Home() + "SMB\\BOLT\\HEX.SLD");
     EXPECT_TRUE(SlideShown()->HasPicture());
     Press(Qt::Key_Up);
     EXPECT_EQ(Chosen(), "EYE.SLD");
-    EXPECT_EQ(SlideShown()->SlideFile(), disk_.Key("SMB\\BOLT\\") + "EYE.SLD");
+    EXPECT_EQ(SlideShown()->SlideFile(), disk_.Home() + "SMB\\BOLT\\EYE.SLD");
     EXPECT_TRUE(Find<QLineEdit>("Vlm_Text")->isReadOnly());
 }
 
@@ -213,7 +244,7 @@ TEST_F(FilePickerTest, OtherFilesShowTheSlideOfTheSameName) {
     EXPECT_THAT(Files(), ElementsAre("HEX.PDF"));
     ClickFile("HEX.PDF");
     EXPECT_EQ(Chosen(), "HEX.PDF");
-    EXPECT_EQ(SlideShown()->SlideFile(), disk_.Key("SMB\\BOLT\\") + "HEX.SLD");
+    EXPECT_EQ(SlideShown()->SlideFile(), disk_.Home() + "SMB\\BOLT\\HEX.SLD");
     EXPECT_TRUE(SlideShown()->HasPicture());
     Click("Vlm_FilOKBtn");
     EXPECT_EQ(state_.PickedFile, "SMB\\BOLT\\HEX.PDF");

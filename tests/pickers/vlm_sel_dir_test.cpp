@@ -3,6 +3,7 @@
 #include "platform/folder_images.h"
 #include "support/failure.h"
 #include "support/message_queue.h"
+#include "support/other_user.h"
 
 #include <QApplication>
 #include <QContextMenuEvent>
@@ -122,6 +123,28 @@ TEST_F(FolderPickerTest, APresetFolderIsOpenedAndSelected) {
     Click("OkBtn");
     EXPECT_FALSE(IsOpen());
     EXPECT_EQ(state_.PickedDir, preset);
+}
+
+TEST_F(FolderPickerTest, AFolderWhoseNameIsTheHomesInUpperCaseIsAnother) {
+    disk_.MakeNamesake();
+    OpenDisk(disk_.Key("SMB\\BOLT\\"));
+    EXPECT_EQ(Tree()->SelectedKey(), disk_.Key("SMB\\BOLT\\"));
+    EXPECT_EQ(Shown(), disk_.Key("SMB\\BOLT\\"));
+    EXPECT_FALSE(Tree()->Nodes().Contains(disk_.Key("WRONG\\")));
+    ClickNode(disk_.Key("SMB\\"));
+    Click("OkBtn");
+    EXPECT_EQ(state_.PickedDir, disk_.Key("SMB\\"));
+}
+
+TEST_F(FolderPickerTest, TheFoldersAboveTheHomeNeedNotBeReadable) {
+    if (!OtherUser::IsPossible())
+        GTEST_SKIP() << "only the superuser can be another user";
+    disk_.HideHome();
+    const OtherUser other(disk_.Native());
+    ASSERT_TRUE(other.Changed());
+    OpenDisk(disk_.Key("SMB\\BOLT\\"));
+    EXPECT_EQ(Tree()->SelectedKey(), disk_.Key("SMB\\BOLT\\"));
+    EXPECT_TRUE(Tree()->Nodes().Contains(disk_.Key("SMB\\BOLT\\HEX\\")));
 }
 
 TEST_F(FolderPickerTest, APresetFolderMayLackItsLastBackslash) {

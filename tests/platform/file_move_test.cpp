@@ -2,8 +2,8 @@
 #include "platform/files.h"
 #include "support/failing_disk.h"
 #include "support/failure.h"
-#include "support/temp_folder.h"
 #include "support/other_user.h"
+#include "support/temp_folder.h"
 
 #include <QDateTime>
 #include <QDir>
@@ -22,6 +22,7 @@ protected:
 
     void Move(IfThere ifThere = IfThere::Refuse) const { MoveFile(from, to, ifThere); }
     QByteArray Native(const QString& stored) const { return QFile::encodeName(NativePath(stored)); }
+    static QString Place(const QString& stored) { return PlaceOf(NativePath(stored)); }
     QStringList Names(const QString& name) const {
         return QDir(NativePath(folder.Path(name)))
             .entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
@@ -96,21 +97,21 @@ TEST_F(FileMoveTest, AFolderIsNeverReplaced) {
 TEST_F(FileMoveTest, OntoItselfItStays) {
     ASSERT_EQ(::symlink("old", Native(folder.Path()).append("way").constData()), 0);
     for (const char* same : {"old\\a.sld", "OLD\\A.SLD", "old\\..\\old\\a.sld", "way\\a.sld"}) {
-        EXPECT_TRUE(IsSameFile(from, folder.Path(same)));
+        EXPECT_TRUE(IsSameFile(NativePath(from), NativePath(folder.Path(same))));
         MoveFile(from, folder.Path(same), IfThere::Overwrite);
         EXPECT_EQ(folder.Read("old\\a.sld"), "content") << same;
     }
-    EXPECT_FALSE(IsSameFile(from, folder.Path("new\\x")));
-    EXPECT_FALSE(IsSameFile(from, to));
-    EXPECT_FALSE(IsSameFile(to, to)) << "there is none";
+    EXPECT_FALSE(IsSameFile(NativePath(from), NativePath(folder.Path("new\\x"))));
+    EXPECT_FALSE(IsSameFile(NativePath(from), NativePath(to)));
+    EXPECT_FALSE(IsSameFile(NativePath(to), NativePath(to))) << "there is none";
 }
 
 TEST_F(FileMoveTest, APlaceIsTheSameByWhateverWay) {
     ASSERT_EQ(::symlink("old", Native(folder.Path()).append("way").constData()), 0);
     for (const char* same : {"OLD\\A.SLD", "old\\..\\old\\a.sld", "way\\a.sld"})
-        EXPECT_EQ(PlaceOf(folder.Path(same)), PlaceOf(from)) << same;
-    EXPECT_EQ(PlaceOf(folder.Path("way\\none")), PlaceOf(folder.Path("OLD\\none")));
-    EXPECT_NE(PlaceOf(folder.Path("gone\\a.sld")), PlaceOf(from));
+        EXPECT_EQ(Place(folder.Path(same)), Place(from)) << same;
+    EXPECT_EQ(Place(folder.Path("way\\none")), Place(folder.Path("OLD\\none")));
+    EXPECT_NE(Place(folder.Path("gone\\a.sld")), Place(from));
 }
 
 TEST_F(FileMoveTest, OfALinkTheContentMovesAndWhatItLedToStays) {

@@ -37,6 +37,31 @@ TEST(Files, ANewNameStaysAsSpelledInAFolderFoundRegardlessOfCase) {
     EXPECT_TRUE(NativePath(folder.Path("SYST\\New.txt")).endsWith("/Syst/New.txt"));
 }
 
+TEST(Files, ManyPathsAreFoundAsOneIs) {
+    const TempFolder folder;
+    folder.Write("Smb\\Bolt\\m10.TXT", "x");
+    folder.Write("a.txt", "small");
+    folder.Write("A.TXT", "large");
+    NativePaths paths;
+    for (const char* name : {"SMB\\BOLT\\M10.txt", "smb\\bolt\\m12.txt", "a.txt", "A.TXT", "A.txt", "GONE\\x",
+                             "SMB\\", "", "..\\x"}) {
+        const QString stored = folder.Path(name);
+        EXPECT_EQ(paths.Find(stored), NativePath(stored)) << name;
+    }
+    EXPECT_EQ(paths.Find({}), "");
+    EXPECT_EQ(paths.Find("gone\\x"), "gone/x");
+}
+
+TEST(Files, AFolderIsReadOnceForManyPaths) {
+    const TempFolder folder;
+    folder.Write("one", "");
+    NativePaths paths;
+    EXPECT_TRUE(paths.Find(folder.Path("ONE")).endsWith("/one"));
+    folder.Write("later", "");
+    EXPECT_TRUE(paths.Find(folder.Path("LATER")).endsWith("/LATER"));
+    EXPECT_TRUE(paths.Find(folder.Path("later")).endsWith("/later"));
+}
+
 TEST(Files, DeletingAMissingFileIsAnError) {
     const TempFolder folder;
     EXPECT_EQ(Failure([&] { DeleteFile(folder.Path("none")); }), ErrorNumber::FileNotFound);

@@ -92,6 +92,41 @@ TEST_F(KeyedTreeTest, SelectingByTheProgramIsNoClick) {
     EXPECT_EQ(tree_.SelectedKey(), "a");
 }
 
+TEST_F(KeyedTreeTest, WithNothingSelectedAMovingKeyChoosesTheFramedNode) {
+    for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Up, Qt::Key_Home, Qt::Key_End, Qt::Key_PageDown}) {
+        tree_.selectionModel()->clear();
+        QSignalSpy clicks(&tree_, &KeyedTree::NodeClicked);
+        QTest::keyClick(&tree_, key);
+        ASSERT_EQ(clicks.size(), 1) << key;
+        EXPECT_EQ(clicks[0][0].toString(), "root") << key;
+    }
+    tree_.selectionModel()->setCurrentIndex(tree_.Nodes().Find("b"), QItemSelectionModel::Clear);
+    QTest::keyClick(&tree_, Qt::Key_Up);
+    EXPECT_EQ(tree_.SelectedKey(), "b");
+}
+
+TEST_F(KeyedTreeTest, TheAsteriskOpensOneLevel) {
+    tree_.Nodes().Add("b", {NewNode{"c", "C", 2, {}}});
+    tree_.SetExpanded("root", false);
+    tree_.Select("root");
+    QSignalSpy expanded(&tree_, &KeyedTree::NodeExpanded);
+    QTest::keyClick(&tree_, Qt::Key_Asterisk);
+    EXPECT_EQ(expanded.size(), 1);
+    EXPECT_EQ(tree_.ExpandedKeys(), QStringList{"root"});
+    tree_.Select("c");
+    expanded.clear();
+    QTest::keyClick(&tree_, Qt::Key_Asterisk);
+    EXPECT_FALSE(tree_.IsExpanded("c"));
+    EXPECT_EQ(expanded.size(), 0);
+}
+
+TEST_F(KeyedTreeTest, ANodeThatTurnsOutToBeEmptyIsNotOpen) {
+    tree_.Select("a");
+    QObject::connect(&tree_, &KeyedTree::NodeExpanded, &tree_, [&] { tree_.Nodes().Remove("hint"); });
+    QTest::keyClick(&tree_, Qt::Key_Right);
+    EXPECT_FALSE(tree_.IsExpanded("a"));
+}
+
 TEST_F(KeyedTreeTest, ExpandingIsTold) {
     QSignalSpy expanded(&tree_, &KeyedTree::NodeExpanded);
     tree_.SetExpanded("a", true);

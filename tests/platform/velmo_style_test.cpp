@@ -57,5 +57,14 @@ TEST_F(VelmoStyleTest, OnlyTheViewWithTheFocusShowsItsSelectionInFullColour) {
     EXPECT_EQ(Ground(), full);
 }
 
+TEST_F(VelmoStyleTest, HintsAreReadableOnADarkGround) {
+    QPalette dark;
+    dark.setColor(QPalette::Base, Qt::black);
+    dark.setColor(QPalette::Text, Qt::white);
+    style_.polish(dark);
+    EXPECT_GT(dark.color(QPalette::PlaceholderText).lightnessF(), 0.9);
+    EXPECT_GT(dark.color(QPalette::PlaceholderText).alphaF(), 0.5);
+}
+
 } // namespace
 } // namespace velmo

@@ -64,6 +64,14 @@ QString DumpWidget(const QWidget* widget, const QString& indent) {
     return line;
 }
 
+// Before that nobody could click its buttons.
+bool IsLaidOut(const QMessageBox* box) {
+    const QList<QAbstractButton*> buttons = box->buttons();
+    return std::all_of(buttons.begin(), buttons.end(), [](const QAbstractButton* button) {
+        return button->isVisible() && !button->rect().isEmpty();
+    });
+}
+
 } // namespace
 
 QJsonArray DescribeWindows() {
@@ -157,14 +165,13 @@ QJsonArray DescribeMenu(const QString& menu) {
 }
 
 QMessageBox* OpenBox() {
-    if (auto* modal = qobject_cast<QMessageBox*>(QApplication::activeModalWidget()))
-        return modal;
+    QMessageBox* open = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
     const QList<QWidget*> windows = VisibleWindows();
     for (QWidget* window : windows) {
-        if (auto* box = qobject_cast<QMessageBox*>(window))
-            return box;
+        if (open == nullptr)
+            open = qobject_cast<QMessageBox*>(window);
     }
-    return nullptr;
+    return open != nullptr && IsLaidOut(open) ? open : nullptr;
 }
 
 QJsonObject DescribeBox(QMessageBox* box) {

@@ -163,10 +163,27 @@ Steps UserInput::Click(const Spot& spot, Qt::MouseButton button, Qt::KeyboardMod
     Append(steps, MoveTo(spot));
     steps.emplace_back([this] { clock_ += clickGap; });
     for (int click = 0; click < (twice ? 2 : 1); ++click) {
-        steps.push_back(Mouse(spot, QEvent::MouseButtonPress, button, modifiers));
-        steps.push_back(Mouse(spot, QEvent::MouseButtonRelease, button, modifiers));
+        Append(steps, Press(spot, button, modifiers));
     }
     return steps;
+}
+
+Steps UserInput::Press(const Spot& spot, Qt::MouseButton button, Qt::KeyboardModifiers modifiers) {
+    const Step press = Mouse(spot, QEvent::MouseButtonPress, button, modifiers);
+    const Step release = Mouse(spot, QEvent::MouseButtonRelease, button, modifiers);
+    return {[this, press] {
+                popUpAtPress_ = QApplication::activePopupWidget();
+                press();
+            },
+            [this, button, release] {
+                const QWidget* popUp = QApplication::activePopupWidget();
+                // A context menu takes the release for a choice once the mouse has moved, and the window
+                // system may report the way to the place of the click only now.
+                if (button == Qt::RightButton && popUp != nullptr && popUp != popUpAtPress_)
+                    pressed_.setFlag(button, false);
+                else
+                    release();
+            }};
 }
 
 Steps UserInput::Drag(const Spot& from, const QPoint& by) {

@@ -46,10 +46,14 @@ private:
     void SendMouse(const QPointer<QWidget>& widget, const QPoint& pos, QEvent::Type type,
                    Qt::MouseButton button, Qt::KeyboardModifiers modifiers);
     Step Mouse(const Spot& spot, QEvent::Type type, Qt::MouseButton button, Qt::KeyboardModifiers modifiers);
+    // Presses and releases a button.
+    Steps Press(const Spot& spot, Qt::MouseButton button, Qt::KeyboardModifiers modifiers);
     Steps KeyCombination(QKeyCombination combination, const QString& text) const;
 
     int clock_ = 0;
     Qt::MouseButtons pressed_;
+    // The pop-up that was in front when a button was pressed last.
+    QPointer<QWidget> popUpAtPress_;
     QList<QPointer<QWindow>> activated_;
 };
 

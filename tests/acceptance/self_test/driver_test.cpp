@@ -71,6 +71,15 @@ TEST_F(DriverTest, WorksInsideTheEventLoopOfAMessageBox) {
     ExpectPanel("yes");
 }
 
+TEST_F(DriverTest, WaitsForAMessageThatIsNotLaidOutYet) {
+    run_.ClickMenu("MenuAskLate");
+    run_.WaitFor("the box", [&] { return run_.Windows().size() == 2; });
+    run_.Press("F5");
+    run_.ExpectMessage("遅れました");
+    run_.AnswerYes();
+    ExpectPanel("yes");
+}
+
 TEST_F(DriverTest, FailsOnAMessageThatNobodyExpects) {
     run_.ClickMenu("MenuAsk");
     EXPECT_THAT([&] { run_.WaitFor("nothing", [&] { return run_.Windows().isEmpty(); }); },
@@ -103,6 +112,7 @@ TEST_F(DriverTest, TypesIntoADialogAndItsMessage) {
 TEST_F(DriverTest, OpensContextMenus) {
     run_.RightClick("List", Item::Named("M12"));
     run_.WaitFor("the menu", [&] { return run_.Action("PopAdd")["shown"].toBool(); });
+    EXPECT_THAT(run_.Column("List", 0), ElementsAre("M10", "M12")) << "the click itself chooses nothing";
     run_.ClickAction("PopAdd");
     run_.WaitFor("the new item", [&] { return run_.Column("List", 0).contains("M12の次"); });
     run_.RightClickEmpty("List");

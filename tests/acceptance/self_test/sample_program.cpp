@@ -8,7 +8,9 @@
 #include <QMainWindow>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QMouseEvent>
 #include <QPushButton>
+#include <QShortcut>
 #include <QStatusBar>
 #include <QTableWidget>
 #include <QToolBar>
@@ -28,6 +30,36 @@ void Ask(QWidget* parent, QLabel* panel) {
                     parent);
     panel->setText(box.exec() == QMessageBox::Yes ? "yes" : "no");
 }
+
+// A message whose buttons have no room until F5 is pressed.
+void AskLate(QWidget* parent, QLabel* panel) {
+    QMessageBox box(QMessageBox::Question, "VELMO2", "遅れました", QMessageBox::Yes | QMessageBox::No,
+                    parent);
+    const QList<QAbstractButton*> buttons = box.buttons();
+    for (QAbstractButton* button : buttons)
+        button->setFixedSize(0, 0);
+    QShortcut layOut(Qt::Key_F5, &box);
+    QObject::connect(&layOut, &QShortcut::activated, &box, [&] {
+        for (QAbstractButton* button : buttons)
+            button->setFixedSize(80, 30);
+    });
+    panel->setText(box.exec() == QMessageBox::Yes ? "yes" : "no");
+}
+
+// A menu over which the mouse is reported to move as soon as it is there.
+class RestlessMenu : public QMenu {
+protected:
+    void showEvent(QShowEvent* event) override {
+        QMenu::showEvent(event);
+        const QPoint pos = actionGeometry(actions().first()).center();
+        constexpr int moves = 10;
+        for (int move = 0; move < moves; ++move) {
+            QMouseEvent moved(QEvent::MouseMove, pos, mapToGlobal(pos), Qt::NoButton, Qt::RightButton,
+                              Qt::NoModifier);
+            QApplication::sendEvent(this, &moved);
+        }
+    }
+};
 
 // A dialog that is run in an event loop of its own.
 void OpenDialog(QWidget* parent, QLabel* panel) {
@@ -100,6 +132,7 @@ int main(int argc, char** argv) {
     auto* more = Named(menu->addMenu("その他(&M)"), "MenuMore");
     Named(menu->addAction("ダイアログ(&D)"), "MenuDialog");
     QAction* ask = Named(more->addAction("削除(&D)..."), "MenuAsk");
+    QAction* askLate = Named(more->addAction("遅い質問"), "MenuAskLate");
     // An entry that no window owns.
     QAction quit("終了(&X)");
     Named(&quit, "MenuQuit")->setEnabled(false);
@@ -110,6 +143,7 @@ int main(int argc, char** argv) {
     QAction* fail = Named(tools->addAction("失敗"), "ToolFail");
     dialog->setShortcut(Qt::CTRL | Qt::Key_D);
     QObject::connect(ask, &QAction::triggered, &window, [&] { Ask(&window, panel); });
+    QObject::connect(askLate, &QAction::triggered, &window, [&] { AskLate(&window, panel); });
     QObject::connect(dialog, &QAction::triggered, &window, [&] { OpenDialog(&window, panel); });
     QObject::connect(fail, &QAction::triggered, &window, [&] {
         status = 7;
@@ -118,9 +152,9 @@ int main(int argc, char** argv) {
 
     list->setContextMenuPolicy(Qt::CustomContextMenu);
     QObject::connect(list, &QWidget::customContextMenuRequested, list, [&](const QPoint& pos) {
-        QMenu popUp;
+        RestlessMenu popUp;
         Named(popUp.addAction("追加"), "PopAdd");
-        if (popUp.exec(list->mapToGlobal(pos)) != nullptr)
+        if (popUp.exec(list->mapToGlobal(pos) - QPoint(8, 8)) != nullptr)
             list->addItem(list->itemAt(pos) != nullptr ? list->itemAt(pos)->text() + "の次" : "空");
     });
     QObject::connect(list, &QListWidget::itemDoubleClicked, list,
