@@ -1,5 +1,7 @@
 #include "library/split_bar.h"
 
+#include "platform/accessible_role.h"
+
 #include <QCoreApplication>
 #include <QMouseEvent>
 #include <QPainter>
@@ -16,6 +18,7 @@ constexpr int KeyStep = 8;
 SplitBar::SplitBar(Qt::Orientation orientation, const char* image, const char* picture, QWidget* parent)
     : QWidget(parent), orientation_(orientation), picture_(new QWidget(parent)) {
     setObjectName(QLatin1String(image));
+    SetAccessibleRole(*this, QAccessible::Splitter);
     setAccessibleName(orientation == Qt::Vertical ? QStringLiteral("左右の仕切り")
                                                   : QStringLiteral("上下の仕切り"));
     setFocusPolicy(Qt::TabFocus);

@@ -1,5 +1,7 @@
 #include "platform/slide_view.h"
 
+#include "platform/accessible_role.h"
+
 #include <QApplication>
 #include <QContextMenuEvent>
 #include <QKeyEvent>
@@ -75,6 +77,7 @@ SlideView::SlideView(QWidget* parent)
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     // The wheel alone takes no focus: it would end typing elsewhere.
     setFocusPolicy(Qt::ClickFocus);
+    SetAccessibleRole(*this, QAccessible::Graphic);
     setAccessibleName(QStringLiteral("スライド"));
     SlideFit_->setObjectName(QStringLiteral("SlideFit"));
     SlideFit_->setEnabled(false);

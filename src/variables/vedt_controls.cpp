@@ -120,6 +120,8 @@ QWidget* VedtControls::MakeTablePane(const GridCells& table) {
     Vedt_TreeBtn = button("Vedt_TreeBtn", QStringLiteral("ツリーへ戻る(&T)"));
     Vedt_OKBtn = button("Vedt_OKBtn", QStringLiteral("&OK"));
     VEdt_CanBtn = button("VEdt_CanBtn", QStringLiteral("キャンセル(&C)"));
+    // It stays the one that Enter presses, wherever the focus has been.
+    Vedt_OKBtn->setAutoDefault(false);
     Vedt_OKBtn->setDefault(true);
     Vedt_OKBtn->setToolTip(QStringLiteral("値を確定します (Ctrl+Enter)"));
     Vedt_TreeBtn->setToolTip(QStringLiteral("値を確定せずに、シンボルの選択へ戻ります"));
