@@ -109,7 +109,7 @@ double ShowEntries(const Scratch& scratch) {
     state.CurFolderID = Opened;
     MessageBoxes messages;
     const SettingsStore settings(scratch.Native("velmo.ini"));
-    QListView view;
+    KeepsSelection<QListView> view;
     SlideView slide;
     EntryList list(view, slide, state, settings, messages);
     view.resize(300, 500);
@@ -173,7 +173,7 @@ struct ShownList {
     GlobalState state;
     MessageBoxes messages;
     SettingsStore settings;
-    QListView view;
+    KeepsSelection<QListView> view;
     SlideView slide;
     EntryList list{view, slide, state, settings, messages};
 };

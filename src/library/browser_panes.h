@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/keeps_selection.h"
 #include "platform/message_boxes.h"
 #include "startup/global_state.h"
 
@@ -21,7 +22,7 @@ struct BrowserPanes {
     KeyedTree* VlmTreeView = nullptr;
     SlideView* VlmTreeSlide = nullptr;
     SlideView* VlmPDFSlide = nullptr;
-    QListView* VlmPdfList = nullptr;
+    KeepsSelection<QListView>* VlmPdfList = nullptr;
     FindBox* findBox = nullptr;
     BrowserLayout* layout = nullptr;
     // The status bar's panels: the path of the selected category, and the name of one that was just stored.

@@ -14,8 +14,8 @@
 
 namespace velmo {
 
-EntryList::EntryList(QListView& view, SlideView& slide, GlobalState& state, const SettingsStore& settings,
-                     MessageBoxes& messages)
+EntryList::EntryList(KeepsSelection<QListView>& view, SlideView& slide, GlobalState& state,
+                     const SettingsStore& settings, MessageBoxes& messages)
     : view_(view),
       slide_(slide),
       state_(state),
@@ -165,29 +165,12 @@ void EntryList::Choose(int row, const RecordSet& found) {
     state_.CurPdfID = found.Integer(u"ID");
 }
 
-// A key on a list in which nothing is chosen yet chooses the entry that has the frame.
-bool EntryList::ChooseFramed() {
-    if (view_.selectionModel()->hasSelection() || model_->rowCount() == 0)
-        return false;
-    view_.setCurrentIndex(view_.currentIndex().isValid() ? view_.currentIndex() : model_->index(0));
-    return true;
-}
-
 bool EntryList::KeyPressed(int key) {
-    switch (key) {
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-        ChooseFramed();
-        Q_EMIT OpenWanted();
-        return true;
-    case Qt::Key_Up:
-    case Qt::Key_Down:
-    case Qt::Key_Home:
-    case Qt::Key_End:
-        return ChooseFramed();
-    default:
+    if (key != Qt::Key_Return && key != Qt::Key_Enter)
         return false;
-    }
+    view_.SelectFramed();
+    Q_EMIT OpenWanted();
+    return true;
 }
 
 bool EntryList::eventFilter(QObject* watched, QEvent* event) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "library/library_database.h"
+#include "platform/keeps_selection.h"
 #include "platform/message_boxes.h"
 #include "platform/settings_store.h"
 #include "startup/global_state.h"
@@ -19,8 +20,8 @@ class EntryList : public QObject {
     Q_OBJECT
 
 public:
-    EntryList(QListView& view, SlideView& slide, GlobalState& state, const SettingsStore& settings,
-              MessageBoxes& messages);
+    EntryList(KeepsSelection<QListView>& view, SlideView& slide, GlobalState& state,
+              const SettingsStore& settings, MessageBoxes& messages);
 
     // Shows nothing; no symbol is chosen.
     void Clear();
@@ -62,10 +63,9 @@ private:
     void SelectEntry(const QModelIndex& index);
     void RestoreLast(Database& database);
     void Choose(int row, const RecordSet& found);
-    bool ChooseFramed();
     bool KeyPressed(int key);
 
-    QListView& view_;
+    KeepsSelection<QListView>& view_;
     SlideView& slide_;
     GlobalState& state_;
     const SettingsStore& settings_;

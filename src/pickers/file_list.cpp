@@ -95,31 +95,6 @@ void FileList::showEvent(QShowEvent* event) {
         scrollTo(currentIndex(), PositionAtCenter);
 }
 
-// A key that moves the frame, on a list in which nothing is chosen yet, chooses the file that has it.
-bool FileList::ChooseFramed() {
-    if (selectionModel()->hasSelection() || IsEmpty())
-        return false;
-    setCurrentIndex(currentIndex().isValid() ? currentIndex() : names_->index(0));
-    return true;
-}
-
-void FileList::keyPressEvent(QKeyEvent* event) {
-    switch (event->key()) {
-    case Qt::Key_Up:
-    case Qt::Key_Down:
-    case Qt::Key_Home:
-    case Qt::Key_End:
-    case Qt::Key_PageUp:
-    case Qt::Key_PageDown:
-        if (ChooseFramed())
-            return;
-        break;
-    default:
-        break;
-    }
-    KeepsSelection::keyPressEvent(event);
-}
-
 void FileList::mousePressEvent(QMouseEvent* event) {
     told_ = false;
     KeepsSelection::mousePressEvent(event);

@@ -39,14 +39,12 @@ Q_SIGNALS:
 
 protected:
     void showEvent(QShowEvent* event) override;
-    void keyPressEvent(QKeyEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
 
 private:
     void List();
-    bool ChooseFramed();
 
     QStringListModel* names_;
     QString folder_;

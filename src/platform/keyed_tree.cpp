@@ -88,14 +88,6 @@ void KeyedTree::mousePressEvent(QMouseEvent* event) {
         Q_EMIT NodeClicked(model_->Key(pressed));
 }
 
-// A key that moves the frame, on a tree in which nothing is selected yet, chooses the node that has it.
-bool KeyedTree::ChooseFramed() {
-    if (selectionModel()->hasSelection() || model_->rowCount() == 0)
-        return false;
-    setCurrentIndex(currentIndex().isValid() ? currentIndex() : model_->index(0, 0));
-    return true;
-}
-
 void KeyedTree::OpenSelected() {
     if (const QString key = SelectedKey(); !key.isEmpty() && !FirstChildKey(key).isEmpty())
         setExpanded(model_->Find(key), true);
@@ -113,19 +105,9 @@ void KeyedTree::keyPressEvent(QKeyEvent* event) {
         // Everything below the node would be the whole library or disk, and it is read as it is opened.
         OpenSelected();
         return;
-    case Qt::Key_Up:
-    case Qt::Key_Down:
-    case Qt::Key_Home:
-    case Qt::Key_End:
-    case Qt::Key_PageUp:
-    case Qt::Key_PageDown:
-        if (ChooseFramed())
-            return;
-        break;
     default:
-        break;
+        KeepsSelection::keyPressEvent(event);
     }
-    QTreeView::keyPressEvent(event);
 }
 
 void KeyedTree::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) {

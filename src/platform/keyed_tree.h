@@ -51,7 +51,6 @@ protected:
 
 private:
     void OnExpanded(const QString& key);
-    bool ChooseFramed();
     void OpenSelected();
 
     KeyedTreeModel* model_;
