@@ -3,7 +3,7 @@
 #include "platform/folder_images.h"
 #include "platform/guarded.h"
 
-#include <QKeyEvent>
+#include <QEvent>
 #include <QScopeGuard>
 #include <QScopedValueRollback>
 
@@ -67,16 +67,9 @@ void FolderTree::MarkSelected(const QString& key) {
 }
 
 bool FolderTree::eventFilter(QObject*, QEvent* event) {
-    if (event->type() == QEvent::Show) {
-        // What was selected before the view had its size.
+    // What was selected before the view had its size.
+    if (event->type() == QEvent::Show)
         view_.scrollTo(view_.currentIndex(), QAbstractItemView::PositionAtCenter);
-    } else if (event->type() == QEvent::KeyPress &&
-               static_cast<QKeyEvent*>(event)->key() == Qt::Key_Asterisk) {
-        // The key for "open all below" would read the whole disk, and a circle of links for ever.
-        if (const QString key = view_.SelectedKey(); !key.isEmpty())
-            view_.SetExpanded(key, true);
-        return true;
-    }
     return false;
 }
 
