@@ -327,7 +327,7 @@ void Grid::keyPressEvent(QKeyEvent* event) {
         if (Row() > 0)
             Q_EMIT TypingStarted(event);
     } else {
-        QTableView::keyPressEvent(event);
+        KeepsSelection::keyPressEvent(event);
         return;
     }
     event->accept();
