@@ -20,10 +20,6 @@ constexpr double LeftShare = 0.4;
 constexpr double UpperLeftShare = 0.6;
 constexpr double UpperRightShare = 0.5;
 
-int Smallest(int room) {
-    return qMin(TwipsToPixels(SmallestPane), room / 2);
-}
-
 } // namespace
 
 BrowserLayout::BrowserLayout(QWidget* tree, QWidget* treeSlide, QWidget* entrySlide, QWidget* entryList)
@@ -79,28 +75,27 @@ void BrowserLayout::resizeEvent(QResizeEvent* event) {
     LayOut();
 }
 
-// The edge of a splitter in a room that both panes and the bar share.
-int BrowserLayout::Place(const Split& split, int room) {
-    const int free = qMax(0, room - split.thickness);
-    const int smallest = Smallest(free);
-    return qBound(smallest, split.wanted.value_or(qRound(free * split.share)), free - smallest);
+// Places a splitter in the room that it shares with both its panes, and tells how much of it the first has.
+int BrowserLayout::PlaceBar(const Split& split, const QRect& room) {
+    const bool vertical = split.bar->Way() == Qt::Vertical;
+    const int free = qMax(0, (vertical ? room.width() : room.height()) - split.thickness);
+    const int least = qMin(TwipsToPixels(SmallestPane), free / 2);
+    const int edge = qBound(least, split.wanted.value_or(qRound(free * split.share)), free - least);
+    const QRect place = vertical ? QRect(room.x() + edge, room.y(), split.thickness, room.height())
+                                 : QRect(room.x(), room.y() + edge, room.width(), split.thickness);
+    split.bar->Place(place, least, free - least);
+    return edge;
 }
 
 void BrowserLayout::LayOut() {
-    const int x = Place(frame_, width());
-    frame_.bar->setGeometry(x, 0, frame_.thickness, height());
-    const int free = qMax(0, width() - frame_.thickness);
-    frame_.bar->SetLimits(Smallest(free), free - Smallest(free));
+    const int x = PlaceBar(frame_, rect());
     LayOutColumn(left_, tree_, treeSlide_, QRect(0, 0, x, height()));
     const int right = x + frame_.thickness;
     LayOutColumn(right_, entrySlide_, entryList_, QRect(right, 0, width() - right, height()));
 }
 
 void BrowserLayout::LayOutColumn(const Split& split, QWidget* upper, QWidget* lower, const QRect& column) {
-    const int y = Place(split, column.height());
-    split.bar->setGeometry(column.x(), y, column.width(), split.thickness);
-    const int free = qMax(0, column.height() - split.thickness);
-    split.bar->SetLimits(Smallest(free), free - Smallest(free));
+    const int y = PlaceBar(split, column);
     upper->setGeometry(column.x(), 0, column.width(), y);
     const int below = y + split.thickness;
     lower->setGeometry(column.x(), below, column.width(), column.height() - below);

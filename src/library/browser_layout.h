@@ -37,7 +37,7 @@ private:
 
     Split MakeSplit(Qt::Orientation orientation, const char* image, const char* picture, const QString& key,
                     double share);
-    static int Place(const Split& split, int room);
+    static int PlaceBar(const Split& split, const QRect& room);
     void LayOut();
     static void LayOutColumn(const Split& split, QWidget* upper, QWidget* lower, const QRect& column);
 

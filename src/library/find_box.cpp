@@ -20,6 +20,8 @@ namespace {
 
 // Pixels.
 constexpr int Gap = 2;
+// What the field leaves for the tree, in lines of text.
+constexpr int LeastLines = 3;
 
 Qt::KeyboardModifiers Held(const QKeyEvent& key) {
     return key.modifiers() & ~Qt::KeyboardModifiers(Qt::KeypadModifier);
@@ -82,6 +84,7 @@ void FindBox::BuildField() {
     connect(VlmFind_, &QLineEdit::textChanged, this, [this] { Search(); });
     const auto* find = new QShortcut(QKeySequence::Find, this);
     connect(find, &QShortcut::activated, this, [this] {
+        VlmFind_->show();
         VlmFind_->setFocus(Qt::ShortcutFocusReason);
         VlmFind_->selectAll();
     });
@@ -135,6 +138,19 @@ void FindBox::BuildHint() {
 
 bool FindBox::IsSearching() const {
     return !QStringView(VlmFind_->text()).trimmed().isEmpty();
+}
+
+bool FindBox::HasRoomForField() const {
+    return height() >= VlmFind_->sizeHint().height() + Gap + LeastLines * fontMetrics().lineSpacing();
+}
+
+void FindBox::ShowOrHideField() {
+    VlmFind_->setVisible(HasRoomForField() || VlmFind_->hasFocus() || !VlmFind_->text().isEmpty());
+}
+
+void FindBox::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    ShowOrHideField();
 }
 
 // False when the names could not be read or the user did not want to wait for them.
@@ -290,6 +306,8 @@ bool FindBox::eventFilter(QObject* watched, QEvent* event) {
     case QEvent::FocusOut:
         if (VlmFindList_)
             VlmFindList_->viewport()->update();
+        if (watched == VlmFind_ && event->type() == QEvent::FocusOut)
+            ShowOrHideField();
         return false;
     case QEvent::MouseButtonPress:
         told_ = false;

@@ -13,7 +13,8 @@ namespace velmo {
 
 // The tree's pane: a field above the tree in which one types what to look for. While it holds a text, the
 // list of what was found stands in the tree's place. The field keeps the focus; the keys that move and open
-// are meant for the list. It only tells what was chosen.
+// are meant for the list. It only tells what was chosen. Where the pane is too low for both, the tree has all
+// of it until one wants to search.
 class FindBox : public QWidget {
     Q_OBJECT
 
@@ -32,6 +33,7 @@ Q_SIGNALS:
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
     void BuildField();
@@ -39,6 +41,8 @@ private:
     void BuildList();
     void BuildHint();
     bool IsSearching() const;
+    bool HasRoomForField() const;
+    void ShowOrHideField();
     bool ReadNames();
     void Search();
     void ShowTree();

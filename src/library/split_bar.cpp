@@ -29,10 +29,11 @@ SplitBar::SplitBar(Qt::Orientation orientation, const char* image, const char* p
     picture_->hide();
 }
 
-void SplitBar::SetLimits(int first, int last) {
+void SplitBar::Place(const QRect& place, int first, int last) {
+    setGeometry(place);
+    picture_->setGeometry(place);
     first_ = first;
     last_ = last;
-    picture_->setGeometry(geometry());
 }
 
 int SplitBar::Along(const QPointF& point) const {

@@ -10,11 +10,13 @@ class SplitBar : public QWidget {
     Q_OBJECT
 
 public:
-    // The way of the bar: a vertical one moves to the left and right. image, picture: the objectNames.
+    // The bar's own way: a vertical one moves to the left and right. image, picture: the objectNames.
     SplitBar(Qt::Orientation orientation, const char* image, const char* picture, QWidget* parent);
 
-    // How far its left or top edge may be dragged, pixels of the parent.
-    void SetLimits(int first, int last);
+    Qt::Orientation Way() const { return orientation_; }
+    // Image and picture are put there; between first and last the user may move the left or top edge. Pixels
+    // of the parent.
+    void Place(const QRect& place, int first, int last);
     bool IsDragged() const { return dragged_; }
 
 Q_SIGNALS:

@@ -255,6 +255,13 @@ void Grid::SetColWidth(int column, int twips) {
     setColumnWidth(model_->Section(column), TwipsToPixels(twips));
 }
 
+int Grid::NeededWidth(int column) const {
+    const QHeaderView* header = horizontalHeader();
+    const int pixels = cells_.IsMessage() ? sizeHintForColumn(model_->Section(column))
+                                          : header->sectionSizeHint(model_->Section(column));
+    return PixelsToTwips(pixels);
+}
+
 void Grid::FitColumns() {
     for (int column = FirstColumn(); column < cells_.Cols(); ++column)
         FitColumn(column);

@@ -56,6 +56,8 @@ public:
 
     int ColWidth(int column) const;
     void SetColWidth(int column, int twips);
+    // What a column's header needs to be read whole, or the message where the grid shows one.
+    int NeededWidth(int column) const;
     // Gives each column the room that its header and the first rows need.
     void FitColumns();
     void FitColumn(int column);

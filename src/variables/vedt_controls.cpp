@@ -28,6 +28,18 @@ constexpr int WindowHeight = 8700;
 constexpr int Gap = 8;
 constexpr int ButtonWidth = 100;
 
+// Gives the first columns a width, or more where the desktop's font needs it. Returns by how much they became
+// wider together, in twips.
+int WidenColumns(Grid& grid, int columns, int least) {
+    int beyond = 0;
+    for (int column = 0; column < columns; ++column) {
+        const int width = qMax(least, grid.NeededWidth(column));
+        grid.SetColWidth(column, width);
+        beyond += width - least;
+    }
+    return beyond;
+}
+
 } // namespace
 
 void VedtControls::SetUp(QMainWindow& window, const GridCells& variables, const GridCells& table) {
@@ -49,7 +61,7 @@ void VedtControls::SetUp(QMainWindow& window, const GridCells& variables, const 
     window.statusBar()->addWidget(hint, 1);
 
     window.resize(TwipsToPixels(WindowWidth), TwipsToPixels(WindowHeight));
-    const int variablePane = TwipsToPixels(VariableGridTop + VariableGridHeight) + Gap;
+    const int variablePane = Vedt_Toolbar->minimumHeight() + TwipsToPixels(VariableGridHeight) + Gap;
     panes->setSizes({variablePane, window.height() - variablePane});
 }
 
@@ -73,16 +85,15 @@ QWidget* VedtControls::MakeVariablePane(const GridCells& variables) {
     Vedt_Toolbar = new QToolBar;
     Vedt_Toolbar->setObjectName(QStringLiteral("Vedt_Toolbar"));
     Vedt_Toolbar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
-    Vedt_Toolbar->setFixedHeight(TwipsToPixels(VariableGridTop));
     TB_POINT = Vedt_Toolbar->addAction(VariableIcon("measure"), QStringLiteral("測定"));
     TB_POINT->setObjectName(QStringLiteral("TB_POINT"));
     TB_POINT->setShortcut(Qt::CTRL | Qt::Key_M);
     TB_POINT->setToolTip(QStringLiteral("選択中の変数の値を図面上で測ります (Ctrl+M)"));
+    Vedt_Toolbar->setFixedHeight(qMax(TwipsToPixels(VariableGridTop), Vedt_Toolbar->sizeHint().height()));
 
     Vedt_NowFGrid = new Grid(variables);
     Vedt_NowFGrid->setObjectName(QStringLiteral("Vedt_NowFGrid"));
     Vedt_NowFGrid->setAccessibleName(QStringLiteral("変数と現在の値"));
-    Vedt_NowFGrid->setFixedWidth(TwipsToPixels(VariableGridWidth));
     Vedt_Slide = new SlideView;
     Vedt_Slide->setObjectName(QStringLiteral("Vedt_Slide"));
     Vedt_Slide->setAccessibleName(QStringLiteral("シンボルのスライド"));
@@ -123,6 +134,8 @@ QWidget* VedtControls::MakeTablePane(const GridCells& table) {
     // It stays the one that Enter presses, wherever the focus has been.
     Vedt_OKBtn->setAutoDefault(false);
     Vedt_OKBtn->setDefault(true);
+    // As high as its neighbours, which have a default button's room.
+    Vedt_OKBtn->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Minimum);
     Vedt_OKBtn->setToolTip(QStringLiteral("値を確定します (Ctrl+Enter)"));
     Vedt_TreeBtn->setToolTip(QStringLiteral("値を確定せずに、シンボルの選択へ戻ります"));
 
@@ -151,16 +164,15 @@ void VedtControls::AcceptByKey(QMainWindow& window) {
 }
 
 void VedtControls::ShowCells() {
-    for (Grid* grid : {Vedt_NowFGrid, Vedt_FlexGrid}) {
+    for (Grid* grid : {Vedt_NowFGrid, Vedt_FlexGrid})
         grid->CellsReplaced();
-        if (grid->Cells().IsMessage())
-            grid->SetColWidth(0, MessageWidth);
-    }
-    if (!Vedt_NowFGrid->Cells().IsMessage()) {
-        Vedt_NowFGrid->SetColWidth(0, VariableColumnWidth);
-        Vedt_NowFGrid->SetColWidth(1, VariableColumnWidth);
-    }
-    if (!Vedt_FlexGrid->Cells().IsMessage())
+    const int beyond = Vedt_NowFGrid->Cells().IsMessage()
+                           ? WidenColumns(*Vedt_NowFGrid, 1, MessageWidth)
+                           : WidenColumns(*Vedt_NowFGrid, 2, VariableColumnWidth);
+    Vedt_NowFGrid->setFixedWidth(TwipsToPixels(VariableGridWidth + beyond));
+    if (Vedt_FlexGrid->Cells().IsMessage())
+        WidenColumns(*Vedt_FlexGrid, 1, MessageWidth);
+    else
         Vedt_FlexGrid->FitColumns();
 }
 

@@ -145,6 +145,8 @@ TEST_F(LayoutTest, TheWindowIsNeverSmallerThanItsLeastSize) {
     EXPECT_EQ(Height("VLM_MAIN"), 133);
     for (const char* pane : {"VlmTreeView", "VlmTreeSlide", "VlmPDFSlide", "VlmPdfList"})
         EXPECT_GT(Width(pane), 40) << pane;
+    EXPECT_FALSE(Run().IsVisible("VlmFind")) << "the tree needs all the room";
+    EXPECT_EQ(Height("VlmTreeView"), Height("VlmFindBox"));
 }
 
 TEST_F(LayoutTest, StoredSplittersOutsideTheWindowAreBroughtBack) {

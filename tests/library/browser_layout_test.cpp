@@ -173,6 +173,7 @@ TEST_F(BrowserLayoutTest, ASplitterComesBackWhenTheWindowGrowsAgain) {
     EXPECT_LT(Part("SplitImg").x(), place);
     Layout().resize(WindowSize);
     EXPECT_EQ(Part("SplitImg").x(), place);
+    EXPECT_EQ(Part("SplitPic").geometry(), Part("SplitImg").geometry());
 }
 
 TEST_F(BrowserLayoutTest, TheRectanglesAreSavedInTwipsAndComeBack) {

@@ -127,6 +127,28 @@ TEST_F(FindBoxTest, CtrlFSelectsTheText) {
     EXPECT_EQ(Field()->selectedText(), "pin");
 }
 
+TEST_F(FindBoxTest, WhereThereIsNoRoomTheFieldComesWhenItIsWanted) {
+    box->setFixedHeight(50);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return tree->height() == 50; })) << "the tree has all of it";
+    EXPECT_FALSE(Field()->isVisible());
+
+    Press(Qt::Key_F, Qt::ControlModifier);
+    EXPECT_TRUE(Field()->hasFocus());
+    QTest::keyClicks(Field(), "pin 1");
+    EXPECT_TRUE(IsListShown());
+    window.setFocus();
+    EXPECT_TRUE(Field()->isVisible()) << "what is searched for stays in sight";
+    Press(Qt::Key_F, Qt::ControlModifier);
+    Press(Qt::Key_Escape);
+    EXPECT_TRUE(Field()->isVisible());
+    Press(Qt::Key_Escape);
+    EXPECT_FALSE(Field()->isVisible());
+    EXPECT_TRUE(tree->hasFocus());
+
+    box->setFixedHeight(200);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return Field()->isVisible(); }));
+}
+
 TEST_F(FindBoxTest, BlanksAloneAreNoText) {
     LookFor(" 　");
     EXPECT_TRUE(tree->isVisible());

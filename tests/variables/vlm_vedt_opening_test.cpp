@@ -59,6 +59,38 @@ TEST_F(VedtOpeningTest, TheVariableGridHasItsPlaceInEveryMode) {
     }
 }
 
+TEST_F(VedtOpeningTest, LargeFontsCutNothingOff) {
+    const auto restore = qScopeGuard([font = QApplication::font()] { QApplication::setFont(font); });
+    QFont large = QApplication::font();
+    large.setPointSize(30);
+    QApplication::setFont(large);
+    WriteRows();
+    Open();
+    const QHeaderView* header = Variables()->horizontalHeader();
+    EXPECT_GT(header->sectionSizeHint(0), TwipsToPixels(1750)) << "the font is large enough for this test";
+    for (int column = 0; column < 2; ++column)
+        EXPECT_GE(header->sectionSize(column), header->sectionSizeHint(column));
+    EXPECT_GE(Variables()->viewport()->width(), header->length());
+    const auto* bar = Find<QToolBar>("Vedt_Toolbar");
+    EXPECT_GE(bar->height(), bar->sizeHint().height());
+
+    symbol.Define({});
+    Open();
+    for (Grid* grid : {Table(), Variables()}) {
+        const QString message = grid->model()->index(0, 0).data().toString();
+        EXPECT_GT(grid->columnWidth(0), grid->fontMetrics().horizontalAdvance(message)) << qUtf8Printable(message);
+        EXPECT_GE(grid->viewport()->width(), grid->columnWidth(0));
+    }
+}
+
+TEST_F(VedtOpeningTest, TheButtonsAreOfOneHeight) {
+    WriteRows();
+    Open();
+    const int height = Find<QPushButton>("VEdt_CanBtn")->height();
+    EXPECT_EQ(Find<QPushButton>("Vedt_OKBtn")->height(), height);
+    EXPECT_EQ(Find<QPushButton>("Vedt_TreeBtn")->height(), height);
+}
+
 TEST_F(VedtOpeningTest, GridsShowCellsUnderTheirHeaders) {
     WriteRows();
     Open();
