@@ -14,7 +14,7 @@ if(VELMO_FUZZ)
   target_compile_options(velmo_options INTERFACE -fsanitize=fuzzer-no-link)
 endif()
 
-# Precompiled headers are made once and shared: one set for logic, one for everything with windows.
+# Precompiled headers are made once and shared: one set for logic, one for everything with windows, one for tests.
 file(CONFIGURE OUTPUT ${CMAKE_CURRENT_BINARY_DIR}/pch.cpp CONTENT "// Only for the headers.\n")
 add_library(velmo_logic_pch OBJECT ${CMAKE_CURRENT_BINARY_DIR}/pch.cpp)
 target_link_libraries(velmo_logic_pch PRIVATE Qt6::Core velmo_options)
@@ -22,7 +22,13 @@ target_precompile_headers(velmo_logic_pch PRIVATE <QtCore>)
 add_library(velmo_forms_pch OBJECT ${CMAKE_CURRENT_BINARY_DIR}/pch.cpp)
 target_link_libraries(velmo_forms_pch PRIVATE Qt6::Widgets velmo_options)
 target_precompile_headers(velmo_forms_pch PRIVATE <QtWidgets>)
-set_target_properties(velmo_logic_pch velmo_forms_pch PROPERTIES AUTOMOC OFF)
+add_library(velmo_test_pch OBJECT ${CMAKE_CURRENT_BINARY_DIR}/pch.cpp)
+target_link_libraries(velmo_test_pch PRIVATE Qt6::Widgets GTest::gmock velmo_options)
+# Tests spend their time in what they test; optimising them would be most of the time that building takes.
+set(velmo_test_options $<$<NOT:$<CONFIG:Release>>:-O0>)
+target_compile_options(velmo_test_pch PRIVATE ${velmo_test_options})
+target_precompile_headers(velmo_test_pch PRIVATE <QtWidgets> <gmock/gmock.h> <gtest/gtest.h>)
+set_target_properties(velmo_logic_pch velmo_forms_pch velmo_test_pch PROPERTIES AUTOMOC OFF)
 
 # velmo_logic(<name> SOURCES ... [LINK ...]): logic; it cannot see a window, because it does not link Widgets.
 function(velmo_logic name)
@@ -42,18 +48,24 @@ function(velmo_forms name)
   target_precompile_headers(${name} REUSE_FROM velmo_forms_pch)
 endfunction()
 
-# velmo_program(<name> SOURCES ... [LINK ...]): a program with windows.
-function(velmo_program name)
+# A program with windows that takes the precompiled headers of pch.
+function(velmo_executable name pch)
   cmake_parse_arguments(ARG "" "" "SOURCES;LINK" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})
   target_link_libraries(${name} PRIVATE Qt6::Widgets ${ARG_LINK} velmo_options)
-  target_precompile_headers(${name} REUSE_FROM velmo_forms_pch)
+  target_precompile_headers(${name} REUSE_FROM ${pch})
+endfunction()
+
+# velmo_program(<name> SOURCES ... [LINK ...]): a program with windows.
+function(velmo_program name)
+  velmo_executable(${name} velmo_forms_pch ${ARGN})
 endfunction()
 
 # velmo_test(<name> SOURCES ... [LINK ...]): a GoogleTest program; CTest runs its tests one by one.
 function(velmo_test name)
-  velmo_program(${name} ${ARGN})
+  velmo_executable(${name} velmo_test_pch ${ARGN})
   target_link_libraries(${name} PRIVATE velmo_test_support)
+  target_compile_options(${name} PRIVATE ${velmo_test_options})
   gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60
     PROPERTIES TIMEOUT 120)
 endfunction()

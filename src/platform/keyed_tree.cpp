@@ -1,5 +1,6 @@
 #include "platform/keyed_tree.h"
 
+#include <QHeaderView>
 #include <QMouseEvent>
 #include <QScopedValueRollback>
 #include <QScrollBar>
@@ -9,6 +10,9 @@ namespace velmo {
 KeyedTree::KeyedTree(QWidget* parent) : KeepsSelection(parent), model_(new KeyedTreeModel(this)) {
     setModel(model_);
     setHeaderHidden(true);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    header()->setMinimumSectionSize(0);
+    header()->setStretchLastSection(false);
     setUniformRowHeights(true);
     setEditTriggers(NoEditTriggers);
     connect(this, &QTreeView::expanded, this,
@@ -76,6 +80,26 @@ void KeyedTree::Select(const QString& key) {
 QString KeyedTree::SelectedKey() const {
     const QModelIndexList selected = selectionModel()->selectedIndexes();
     return selected.isEmpty() ? QString() : model_->Key(selected.first());
+}
+
+// However narrow the tree is, names are elided and it does not scroll sideways; an unseen header that
+// stretches by itself stops at 100 pixels. A selected node that was in sight stays there.
+void KeyedTree::resizeEvent(QResizeEvent* event) {
+    const QScopedValueRollback<bool> keep(inSight_);
+    KeepsSelection::resizeEvent(event);
+    header()->resizeSection(0, viewport()->width());
+    if (inSight_)
+        scrollTo(currentIndex());
+}
+
+void KeyedTree::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
+    KeepsSelection::currentChanged(current, previous);
+    inSight_ = true;
+}
+
+void KeyedTree::verticalScrollbarValueChanged(int value) {
+    KeepsSelection::verticalScrollbarValueChanged(value);
+    inSight_ = viewport()->rect().contains(visualRect(currentIndex()).center());
 }
 
 void KeyedTree::mousePressEvent(QMouseEvent* event) {

@@ -45,6 +45,9 @@ Q_SIGNALS:
     void NodeCollapsed(const QString& key);
 
 protected:
+    void resizeEvent(QResizeEvent* event) override;
+    void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+    void verticalScrollbarValueChanged(int value) override;
     void mousePressEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
@@ -55,6 +58,8 @@ private:
 
     KeyedTreeModel* model_;
     bool selecting_ = false;
+    // The user has not scrolled the selected node away.
+    bool inSight_ = true;
     // The program says what is open; it may call a node without children so.
     bool settingExpanded_ = false;
     // The mouse press under way has been told already.

@@ -37,6 +37,11 @@ QStyleOptionViewItem FadedItem(const QStyleOptionViewItem& item) {
     return faded;
 }
 
+// A desktop's font may have no Japanese letters; those that stand in for them can be higher.
+int JapaneseHeight(const QFontMetrics& metrics) {
+    return metrics.size(Qt::TextSingleLine, QStringLiteral("あ")).height();
+}
+
 } // namespace
 
 // Not every desktop says how hints look; left alone they would be black on the dark ones.
@@ -59,6 +64,24 @@ QIcon VelmoStyle::standardIcon(StandardPixmap icon, const QStyleOption* option, 
         return PlatformIcon(QStringLiteral("clear_text"));
     default:
         return QProxyStyle::standardIcon(icon, option, widget);
+    }
+}
+
+QSize VelmoStyle::sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& contents,
+                                   const QWidget* widget) const {
+    const auto sizeFor = [&](const QSize& room) {
+        return QProxyStyle::sizeFromContents(type, option, room, widget);
+    };
+    switch (type) {
+    case CT_MenuItem:
+        // The toolkit elides texts that would fit: it measures an entry without its mnemonic's ampersand and
+        // counts it when it draws, and its margins are those of a small font.
+        return sizeFor(contents) + QSize(option->fontMetrics.height(), 0);
+    case CT_PushButton:
+    case CT_LineEdit:
+        return sizeFor(contents.expandedTo({0, JapaneseHeight(option->fontMetrics)}));
+    default:
+        return sizeFor(contents);
     }
 }
 

@@ -54,9 +54,7 @@ void VedtControls::SetUp(QMainWindow& window, const GridCells& variables, const 
     AcceptByKey(window);
     MakeFileMenu(window);
 
-    hint = new QLabel;
-    hint->setTextFormat(Qt::PlainText);
-    hint->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    hint = new ElidedLabel;
     hint->setIndent(window.fontMetrics().averageCharWidth());
     window.statusBar()->addWidget(hint, 1);
 
@@ -134,8 +132,6 @@ QWidget* VedtControls::MakeTablePane(const GridCells& table) {
     // It stays the one that Enter presses, wherever the focus has been.
     Vedt_OKBtn->setAutoDefault(false);
     Vedt_OKBtn->setDefault(true);
-    // As high as its neighbours, which have a default button's room.
-    Vedt_OKBtn->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Minimum);
     Vedt_OKBtn->setToolTip(QStringLiteral("値を確定します (Ctrl+Enter)"));
     Vedt_TreeBtn->setToolTip(QStringLiteral("値を確定せずに、シンボルの選択へ戻ります"));
 

@@ -1,10 +1,10 @@
 #pragma once
 
+#include "platform/elided_label.h"
 #include "platform/grid.h"
 #include "variables/find_bar.h"
 
 #include <QAction>
-#include <QLabel>
 #include <QPushButton>
 #include <QToolBar>
 
@@ -33,7 +33,7 @@ struct VedtControls {
     QPushButton* Vedt_TreeBtn = nullptr;
     QPushButton* Vedt_OKBtn = nullptr;
     QPushButton* VEdt_CanBtn = nullptr;
-    QLabel* hint = nullptr;
+    ElidedLabel* hint = nullptr;
 
 private:
     void MakeFileMenu(QMainWindow& window);

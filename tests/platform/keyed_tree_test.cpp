@@ -2,6 +2,7 @@
 #include "platform/runtime_error.h"
 
 #include <QAbstractItemModelTester>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
 #include <gtest/gtest.h>
@@ -37,6 +38,28 @@ TEST_F(KeyedTreeTest, NodesAreFoundByKey) {
     EXPECT_EQ(tree_.FirstKey(), "root");
     EXPECT_EQ(tree_.FirstChildKey("a"), "hint");
     EXPECT_EQ(tree_.FirstChildKey("b"), "");
+}
+
+TEST_F(KeyedTreeTest, HoweverNarrowItIsItDoesNotScrollSideways) {
+    for (const QSize size : {QSize(300, 200), QSize(90, 200), QSize(60, 30), QSize(200, 200)}) {
+        tree_.resize(size);
+        ASSERT_TRUE(QTest::qWaitFor([&] { return tree_.columnWidth(0) == tree_.viewport()->width(); }));
+        EXPECT_FALSE(tree_.horizontalScrollBar()->isVisible());
+    }
+}
+
+TEST_F(KeyedTreeTest, TheSelectedNodeStaysInSightWhenTheTreeShrinks) {
+    const int row = tree_.visualRect(tree_.Nodes().Find("b")).height();
+    const auto shrink = [&](int rows) {
+        tree_.resize(200, rows * row + 2 * tree_.frameWidth());
+        ASSERT_TRUE(QTest::qWaitFor([&] { return tree_.viewport()->height() == rows * row; }));
+    };
+    tree_.Select("b");
+    shrink(2);
+    EXPECT_TRUE(tree_.viewport()->rect().contains(tree_.visualRect(tree_.currentIndex())));
+    tree_.verticalScrollBar()->setValue(0);
+    shrink(1);
+    EXPECT_EQ(tree_.verticalScrollBar()->value(), 0) << "the user had scrolled it away";
 }
 
 TEST_F(KeyedTreeTest, UnknownKeysAndDoubleKeysAreErrors) {

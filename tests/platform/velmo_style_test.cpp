@@ -1,7 +1,11 @@
 #include "platform/velmo_style.h"
 
+#include <QBuffer>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMenu>
+#include <QPushButton>
+#include <QSvgGenerator>
 #include <QTest>
 #include <QVBoxLayout>
 #include <gtest/gtest.h>
@@ -64,6 +68,34 @@ TEST_F(VelmoStyleTest, HintsAreReadableOnADarkGround) {
     style_.polish(dark);
     EXPECT_GT(dark.color(QPalette::PlaceholderText).lightnessF(), 0.9);
     EXPECT_GT(dark.color(QPalette::PlaceholderText).alphaF(), 0.5);
+}
+
+TEST_F(VelmoStyleTest, AMenuShowsItsTextsWholeInEveryFont) {
+    for (const int points : {9, 12, 18, 24, 36}) {
+        QMenu menu;
+        menu.setStyle(&style_);
+        QFont font = menu.font();
+        font.setPointSize(points);
+        menu.setFont(font);
+        menu.addAction("新規登録(&I)")->setShortcut(Qt::Key_Insert);
+        menu.addAction("フォルダコピー(&C)");
+        menu.resize(menu.sizeHint());
+        QBuffer drawn;
+        QSvgGenerator painted;
+        painted.setOutputDevice(&drawn);
+        menu.render(&painted);
+        EXPECT_GT(drawn.data().count("<text"), 0);
+        EXPECT_FALSE(QString::fromUtf8(drawn.data()).contains(u'…')) << points;
+    }
+}
+
+TEST_F(VelmoStyleTest, ButtonsOfARowAreOfOneHeightInWhateverScript) {
+    QPushButton latin("&OK");
+    QPushButton japanese("キャンセル");
+    for (QPushButton* button : {&latin, &japanese})
+        button->setStyle(&style_);
+    EXPECT_EQ(latin.sizeHint().height(), japanese.sizeHint().height());
+    EXPECT_GE(field_.sizeHint().height(), field_.fontMetrics().size(Qt::TextSingleLine, "漢字").height());
 }
 
 } // namespace

@@ -75,7 +75,7 @@ struct PlainTable {
     }
     void Show(int variableRow, int column) {
         for (std::vector<QString>& row : cells)
-            row.insert(row.begin() + column - 1, QString());
+            row.insert(row.begin() + (column - 1), QString());
         for (Variable& variable : variables) {
             if (variable.column >= column)
                 ++variable.column;

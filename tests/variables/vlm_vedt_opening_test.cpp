@@ -78,17 +78,10 @@ TEST_F(VedtOpeningTest, LargeFontsCutNothingOff) {
     Open();
     for (Grid* grid : {Table(), Variables()}) {
         const QString message = grid->model()->index(0, 0).data().toString();
-        EXPECT_GT(grid->columnWidth(0), grid->fontMetrics().horizontalAdvance(message)) << qUtf8Printable(message);
+        EXPECT_GT(grid->columnWidth(0), grid->fontMetrics().horizontalAdvance(message))
+            << qUtf8Printable(message);
         EXPECT_GE(grid->viewport()->width(), grid->columnWidth(0));
     }
-}
-
-TEST_F(VedtOpeningTest, TheButtonsAreOfOneHeight) {
-    WriteRows();
-    Open();
-    const int height = Find<QPushButton>("VEdt_CanBtn")->height();
-    EXPECT_EQ(Find<QPushButton>("Vedt_OKBtn")->height(), height);
-    EXPECT_EQ(Find<QPushButton>("Vedt_TreeBtn")->height(), height);
 }
 
 TEST_F(VedtOpeningTest, GridsShowCellsUnderTheirHeaders) {

@@ -1,6 +1,6 @@
 #include "driver_plugin.h"
 
-#include "dark_colours.h"
+#include "desktop_look.h"
 #include "test_driver.h"
 
 namespace velmo::driver {
@@ -9,8 +9,7 @@ QObject* DriverPlugin::create(const QString& name, const QString&) {
     const QString server = qEnvironmentVariable("VELMO_TEST_SERVER");
     if (name != "velmotestdriver" || server.isEmpty())
         return nullptr;
-    if (qEnvironmentVariable("VELMO_TEST_COLOURS") == "dark")
-        UseDarkColours();
+    UseDesktopLook();
     return new TestDriver(server);
 }
 

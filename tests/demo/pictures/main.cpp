@@ -19,11 +19,13 @@ int main(int argc, char** argv) {
     parser.addOption({"home", "A library home of its own.", "folder"});
     parser.addOption({"scale", "Screen pixels for a logical one.", "number", "1"});
     parser.addOption({"dark", "The colours of a dark desktop."});
+    parser.addOption({"font-size", "The desktop's font size.", "points"});
     parser.addOption({"pictures", "Where the pictures go.", "folder"});
     parser.process(application);
     try {
         WindowTour(parser.value("program"), parser.value("plugins"), parser.value("home"),
-                   {parser.value("scale"), parser.isSet("dark")}, parser.value("pictures"))
+                   {parser.value("scale"), parser.isSet("dark"), parser.value("font-size")},
+                   parser.value("pictures"))
             .Run();
         return 0;
     } catch (const HarnessError& error) {

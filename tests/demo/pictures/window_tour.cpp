@@ -31,9 +31,12 @@ void WindowTour::Start(const char* mode, const std::function<void(VelmoRun&)>& h
     session_.Set("VlmMode", mode);
     Launch launch = session_.LaunchOf(program_, pluginFolder_);
     launch.environment.insert("QT_QPA_PLATFORM", "offscreen");
+    // The letters of a Japanese desktop.
+    launch.environment.insert("FC_LANG", "ja");
     launch.environment.insert("QT_SCALE_FACTOR", style_.scale);
     if (style_.dark)
         launch.environment.insert("VELMO_TEST_COLOURS", "dark");
+    launch.environment.insert("VELMO_TEST_FONT_SIZE", style_.fontSize);
     VelmoRun run(launch);
     run.WaitForWindow("VLM_MAIN");
     hands(run);

@@ -12,6 +12,8 @@ struct PictureStyle {
     // Screen pixels for a logical one.
     QString scale;
     bool dark = false;
+    // Points; empty for the desktop's own.
+    QString fontSize;
 };
 
 // Goes through all windows of the program with the demonstration's library and keeps a picture of each.

@@ -1,9 +1,12 @@
-#include "dark_colours.h"
+#include "desktop_look.h"
 
 #include <QApplication>
+#include <QFont>
 #include <QPalette>
 
 namespace velmo::driver {
+
+namespace {
 
 void UseDarkColours() {
     const QColor window(0x2A, 0x2E, 0x32);
@@ -22,6 +25,21 @@ void UseDarkColours() {
     palette.setColor(QPalette::PlaceholderText, dim);
     palette.setColor(QPalette::Highlight, QColor(0x2F, 0x7F, 0xB5));
     QApplication::setPalette(palette);
+}
+
+void UseFontSize(int points) {
+    QFont font = QApplication::font();
+    font.setPointSize(points);
+    QApplication::setFont(font);
+}
+
+} // namespace
+
+void UseDesktopLook() {
+    if (qEnvironmentVariable("VELMO_TEST_COLOURS") == "dark")
+        UseDarkColours();
+    if (const int points = qEnvironmentVariableIntValue("VELMO_TEST_FONT_SIZE"); points > 0)
+        UseFontSize(points);
 }
 
 } // namespace velmo::driver
