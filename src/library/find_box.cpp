@@ -1,13 +1,13 @@
 #include "library/find_box.h"
 
 #include "library/found_name_delegate.h"
+#include "platform/empty_hint.h"
 #include "platform/guarded.h"
 #include "platform/keeps_selection.h"
 #include "platform/progress_box.h"
 
 #include <QBoxLayout>
 #include <QKeyEvent>
-#include <QLabel>
 #include <QLineEdit>
 #include <QScopedValueRollback>
 #include <QScrollBar>
@@ -94,7 +94,6 @@ void FindBox::BuildResults() {
     VlmFind_->setClearButtonEnabled(true);
     model_ = new FindResultsModel(names_, this);
     BuildList();
-    BuildHint();
     pane_->addWidget(VlmFindList_);
 }
 
@@ -103,6 +102,8 @@ void FindBox::BuildList() {
     VlmFindList_->setObjectName(QStringLiteral("VlmFindList"));
     VlmFindList_->setAccessibleName(QStringLiteral("検索結果"));
     VlmFindList_->setModel(model_);
+    auto* hint = new EmptyHint(*VlmFindList_);
+    hint->SetText(QStringLiteral("一致する分類やシンボルはありません。\nEsc で検索をやめます。"));
     VlmFindList_->setItemDelegate(new FoundNameDelegate(*VlmFind_, this));
     VlmFindList_->setUniformItemSizes(true);
     VlmFindList_->setEditTriggers(QAbstractItemView::NoEditTriggers);
@@ -122,18 +123,6 @@ void FindBox::BuildList() {
             Choose(pressed.row(), Wish::Show);
     });
     connect(VlmFindList_, &QListView::doubleClicked, this, &FindBox::OpenSelected);
-}
-
-void FindBox::BuildHint() {
-    hint_ = new QLabel;
-    hint_->setObjectName(QStringLiteral("VlmFindHint"));
-    hint_->setText(QStringLiteral("一致する分類やシンボルはありません。\nEsc で検索をやめます。"));
-    hint_->setWordWrap(true);
-    hint_->setAlignment(Qt::AlignCenter);
-    hint_->setForegroundRole(QPalette::PlaceholderText);
-    hint_->hide();
-    auto* layout = new QVBoxLayout(VlmFindList_->viewport());
-    layout->addWidget(hint_);
 }
 
 bool FindBox::IsSearching() const {
@@ -178,7 +167,6 @@ void FindBox::Search() {
     }
     model_->SetHits(names_.Find(VlmFind_->text()));
     VlmFindList_->scrollToTop();
-    hint_->setVisible(model_->rowCount() == 0);
     pane_->setCurrentWidget(VlmFindList_);
 }
 

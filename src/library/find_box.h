@@ -5,7 +5,6 @@
 
 #include <QListView>
 
-class QLabel;
 class QLineEdit;
 class QStackedLayout;
 
@@ -39,7 +38,6 @@ private:
     void BuildField();
     void BuildResults();
     void BuildList();
-    void BuildHint();
     bool IsSearching() const;
     bool HasRoomForField() const;
     void ShowOrHideField();
@@ -63,7 +61,6 @@ private:
     // The results are built when something is looked for first; the program starts without them.
     FindResultsModel* model_ = nullptr;
     QListView* VlmFindList_ = nullptr;
-    QLabel* hint_ = nullptr;
     // The tree's selection followed a choice while the tree was out of sight.
     bool chosen_ = false;
     // The mouse press under way has chosen its row already.

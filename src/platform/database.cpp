@@ -15,8 +15,11 @@ namespace velmo {
 
 namespace {
 
-// How long another program may keep the database busy before that is an error.
-constexpr int BusyMilliseconds = 3000;
+// How long another program may keep the database busy before that is an error, after how long the wait is
+// told, and how long until the next look. Milliseconds.
+constexpr int Patience = 3000;
+constexpr int LongWait = 500;
+constexpr int Pause = 20;
 
 constexpr const char* JapaneseCollation = "JAPANESE";
 
@@ -40,6 +43,21 @@ void ProvideCollation(void*, sqlite3* connection, int, const char* name) {
     collator->setCaseSensitivity(Qt::CaseInsensitive);
     sqlite3_create_collation_v2(connection, JapaneseCollation, SQLITE_UTF8, collator.release(),
                                 CompareJapanese, [](void* owned) { delete static_cast<QCollator*>(owned); });
+}
+
+std::function<void()>& LongWaitObserver() {
+    static std::function<void()> observer;
+    return observer;
+}
+
+// The engine asks this whether it shall try once more.
+int WaitForOthers(void*, int pauses) {
+    if (pauses >= Patience / Pause)
+        return 0;
+    if (pauses == LongWait / Pause && LongWaitObserver())
+        LongWaitObserver()();
+    sqlite3_sleep(Pause);
+    return 1;
 }
 
 ErrorNumber NumberOf(const SQLite::Exception& failure) {
@@ -73,8 +91,9 @@ ErrorNumber NumberOf(const SQLite::Exception& failure) {
 
 std::unique_ptr<SQLite::Database> Connect(const QString& path, int flags) {
     try {
-        return std::make_unique<SQLite::Database>(NativePath(path).toUtf8().constData(), flags,
-                                                  BusyMilliseconds);
+        auto connection = std::make_unique<SQLite::Database>(NativePath(path).toUtf8().constData(), flags);
+        sqlite3_busy_handler(connection->getHandle(), WaitForOthers, nullptr);
+        return connection;
     } catch (const SQLite::Exception&) {
         const QFileInfo info(NativePath(path));
         throw RuntimeError(info.dir().exists() ? ErrorNumber::PathFileAccess : ErrorNumber::PathNotFound)
@@ -99,6 +118,10 @@ Database::Database(const QString& path, Access access)
         Execute(QStringLiteral("PRAGMA query_only=ON"));
     else if (sqlite3_db_readonly(connection_->getHandle(), "main") != 0)
         throw RuntimeError(ErrorNumber::DatabaseReadOnly).InFile(path_);
+}
+
+void OnLongWait(std::function<void()> observer) {
+    LongWaitObserver() = std::move(observer);
 }
 
 Database Database::Create(const QString& path, Collation collation) {

@@ -4,6 +4,7 @@
 #include <QStringList>
 #include <SQLiteCpp/SQLiteCpp.h>
 
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -59,6 +60,10 @@ private:
     std::unique_ptr<SQLite::Database> connection_;
     QHash<QString, std::shared_ptr<PreparedStatement>> prepared_;
 };
+
+// What is to be called when another program keeps a database busy for longer than one likes to wait without
+// knowing why; in the thread that waits, once for each such wait.
+void OnLongWait(std::function<void()> observer);
 
 // Everything until Commit counts together or not at all.
 class Transaction {

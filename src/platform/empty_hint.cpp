@@ -1,6 +1,7 @@
 #include "platform/empty_hint.h"
 
 #include <QEvent>
+#include <QPainter>
 
 namespace velmo {
 
@@ -8,16 +9,34 @@ namespace {
 
 constexpr int Margin = 8;
 
+class HintLabel : public QLabel {
+public:
+    explicit HintLabel(const QAbstractItemView& view) : QLabel(view.viewport()), view_(view) {
+        setTextFormat(Qt::PlainText);
+        setAlignment(Qt::AlignCenter);
+        setWordWrap(true);
+        setMargin(Margin);
+        setForegroundRole(QPalette::PlaceholderText);
+        setAttribute(Qt::WA_TransparentForMouseEvents);
+    }
+
+protected:
+    void paintEvent(QPaintEvent* event) override {
+        QLabel::paintEvent(event);
+        if (!view_.hasFocus())
+            return;
+        QPainter painter(this);
+        painter.setPen(palette().color(QPalette::Highlight));
+        painter.drawRect(rect().adjusted(0, 0, -1, -1));
+    }
+
+private:
+    const QAbstractItemView& view_;
+};
+
 } // namespace
 
-EmptyHint::EmptyHint(QAbstractItemView& view)
-    : QObject(&view), view_(view), label_(new QLabel(view.viewport())) {
-    label_->setTextFormat(Qt::PlainText);
-    label_->setAlignment(Qt::AlignCenter);
-    label_->setWordWrap(true);
-    label_->setMargin(Margin);
-    label_->setForegroundRole(QPalette::PlaceholderText);
-    label_->setAttribute(Qt::WA_TransparentForMouseEvents);
+EmptyHint::EmptyHint(QAbstractItemView& view) : QObject(&view), view_(view), label_(new HintLabel(view)) {
     view.viewport()->installEventFilter(this);
     const QAbstractItemModel* model = view.model();
     connect(model, &QAbstractItemModel::rowsInserted, this, &EmptyHint::Follow);
@@ -27,6 +46,7 @@ EmptyHint::EmptyHint(QAbstractItemView& view)
 }
 
 void EmptyHint::SetText(const QString& text) {
+    label_->setObjectName(view_.objectName() + QStringLiteral("Hint"));
     label_->setText(text);
     Follow();
 }

@@ -5,7 +5,8 @@
 
 namespace velmo {
 
-// A text in the middle of a view, seen as long as the view shows no rows.
+// A text in the middle of a view, seen as long as the view shows no rows. It is named after the view, and
+// framed when the view has the focus.
 class EmptyHint : public QObject {
     Q_OBJECT
 

@@ -2,6 +2,7 @@
 
 #include "platform/svg_icon.h"
 
+#include <QApplication>
 #include <QStyleOptionViewItem>
 #include <QWidget>
 
@@ -13,6 +14,8 @@ namespace {
 constexpr double Faded = 0.3;
 // How much of the text's colour a hint has.
 constexpr float HintStrength = 0.6F;
+// Lines of text up to this height have icons of the usual size beside them. Pixels.
+constexpr int HighestUsualLine = 20;
 
 QColor Mixed(const QColor& full, const QColor& ground) {
     const auto part = [](double a, double b) { return float(a * Faded + b * (1 - Faded)); };
@@ -64,6 +67,21 @@ QIcon VelmoStyle::standardIcon(StandardPixmap icon, const QStyleOption* option, 
         return PlatformIcon(QStringLiteral("clear_text"));
     default:
         return QProxyStyle::standardIcon(icon, option, widget);
+    }
+}
+
+int VelmoStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const {
+    const int pixels = QProxyStyle::pixelMetric(metric, option, widget);
+    switch (metric) {
+    case PM_SmallIconSize:
+    case PM_ListViewIconSize:
+    case PM_ButtonIconSize:
+    case PM_ToolBarIconSize: {
+        const int height = (widget ? widget->fontMetrics() : QFontMetrics(QApplication::font())).height();
+        return qMax(pixels, pixels * height / HighestUsualLine);
+    }
+    default:
+        return pixels;
     }
 }
 

@@ -6,12 +6,14 @@ namespace velmo {
 
 // The desktop's style with what the program has of its own: the few standard icons that bars always carry,
 // sharp at every scale and readable in light and dark; selections that tell which view has the keyboard; and
-// room for Japanese texts in menus, buttons and fields, whatever the desktop's font is.
+// room for Japanese texts in menus, buttons and fields, icons that grow with it, whatever the desktop's font
+// is.
 class VelmoStyle : public QProxyStyle {
 public:
     using QProxyStyle::polish;
     void polish(QPalette& palette) override;
     QIcon standardIcon(StandardPixmap icon, const QStyleOption* option, const QWidget* widget) const override;
+    int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override;
     QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& contents,
                            const QWidget* widget) const override;
     void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,

@@ -96,14 +96,14 @@ TEST_F(FindTest, SaysThatNothingIsFound) {
     LookFor("歯車");
     EXPECT_TRUE(IsSearching());
     EXPECT_THAT(Found(), IsEmpty());
-    EXPECT_EQ(Run().Text("VlmFindHint"),
+    EXPECT_EQ(Run().Text("VlmFindListHint"),
               QString("一致する分類やシンボルはありません。\nEsc で検索をやめます。"));
-    EXPECT_TRUE(Run().IsVisible("VlmFindHint"));
+    EXPECT_TRUE(Run().IsVisible("VlmFindListHint"));
     Run().Press("Down");
     Run().Press("Return");
     EXPECT_EQ(Panel(0), QString("トルヴィク"));
     LookFor("座金");
-    EXPECT_FALSE(Run().IsVisible("VlmFindHint"));
+    EXPECT_FALSE(Run().IsVisible("VlmFindListHint"));
 }
 
 TEST_F(FindTest, ArrowsChooseWhileTheFieldKeepsTheFocus) {

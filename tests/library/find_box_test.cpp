@@ -65,7 +65,7 @@ protected:
     QLineEdit* Field() { return box->findChild<QLineEdit*>("VlmFind"); }
     QListView* List() { return box->findChild<QListView*>("VlmFindList"); }
     bool IsListShown() { return List() && List()->isVisible(); }
-    QLabel* Hint() { return box->findChild<QLabel*>("VlmFindHint"); }
+    QLabel* Hint() { return box->findChild<QLabel*>("VlmFindListHint"); }
     QStringList Listed() {
         QStringList texts;
         for (int row = 0; row < List()->model()->rowCount(); ++row)

@@ -29,5 +29,27 @@ TEST(EmptyHintTest, IsSeenAsLongAsTheViewIsEmpty) {
     EXPECT_TRUE(hint.IsSeen());
 }
 
+// Without a row there is nothing else that could show it.
+TEST(EmptyHintTest, IsFramedWhenTheViewHasTheFocus) {
+    QStringListModel names;
+    QWidget window;
+    auto* view = new QListView(&window);
+    auto* other = new QListView(&window);
+    other->move(210, 0);
+    view->setModel(&names);
+    view->setObjectName("Names");
+    EmptyHint hint(*view);
+    hint.SetText("empty");
+    window.resize(420, 200);
+    window.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    const auto edge = [&] { return view->viewport()->grab().toImage().pixelColor(0, 20); };
+    view->setFocus();
+    EXPECT_EQ(edge(), view->palette().color(QPalette::Highlight));
+    other->setFocus();
+    EXPECT_EQ(edge(), view->palette().color(QPalette::Base));
+    EXPECT_TRUE(view->findChild<QLabel*>("NamesHint"));
+}
+
 } // namespace
 } // namespace velmo

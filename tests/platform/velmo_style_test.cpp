@@ -89,6 +89,15 @@ TEST_F(VelmoStyleTest, AMenuShowsItsTextsWholeInEveryFont) {
     }
 }
 
+TEST_F(VelmoStyleTest, IconsGrowWithTheFont) {
+    const int usual = style_.pixelMetric(QStyle::PM_ListViewIconSize, nullptr, &list_);
+    EXPECT_EQ(usual, QProxyStyle().pixelMetric(QStyle::PM_ListViewIconSize, nullptr, &list_));
+    QFont font = list_.font();
+    font.setPixelSize(40);
+    list_.setFont(font);
+    EXPECT_GE(style_.pixelMetric(QStyle::PM_ListViewIconSize, nullptr, &list_), 2 * usual);
+}
+
 TEST_F(VelmoStyleTest, ButtonsOfARowAreOfOneHeightInWhateverScript) {
     QPushButton latin("&OK");
     QPushButton japanese("キャンセル");
