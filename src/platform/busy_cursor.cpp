@@ -1,13 +1,22 @@
 #include "platform/busy_cursor.h"
 
+#include "platform/database.h"
+
 #include <QGuiApplication>
 #include <QTimer>
 
 namespace velmo {
 
-void ShowBusyCursor() {
+BusyCursor::BusyCursor() {
+    QCoreApplication::instance()->installEventFilter(this);
+}
+
+bool BusyCursor::eventFilter(QObject*, QEvent* event) {
+    if (event->type() != LongWaitEvent)
+        return false;
     QGuiApplication::setOverrideCursor(Qt::WaitCursor);
     QTimer::singleShot(0, [] { QGuiApplication::restoreOverrideCursor(); });
+    return true;
 }
 
 } // namespace velmo

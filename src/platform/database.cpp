@@ -4,6 +4,7 @@
 #include "platform/runtime_error.h"
 
 #include <QCollator>
+#include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
 #include <QRegularExpression>
@@ -45,17 +46,14 @@ void ProvideCollation(void*, sqlite3* connection, int, const char* name) {
                                 CompareJapanese, [](void* owned) { delete static_cast<QCollator*>(owned); });
 }
 
-std::function<void()>& LongWaitObserver() {
-    static std::function<void()> observer;
-    return observer;
-}
-
 // The engine asks this whether it shall try once more.
 int WaitForOthers(void*, int pauses) {
     if (pauses >= Patience / Pause)
         return 0;
-    if (pauses == LongWait / Pause && LongWaitObserver())
-        LongWaitObserver()();
+    if (pauses == LongWait / Pause) {
+        QEvent wait(LongWaitEvent);
+        QCoreApplication::sendEvent(QCoreApplication::instance(), &wait);
+    }
     sqlite3_sleep(Pause);
     return 1;
 }
@@ -118,10 +116,6 @@ Database::Database(const QString& path, Access access)
         Execute(QStringLiteral("PRAGMA query_only=ON"));
     else if (sqlite3_db_readonly(connection_->getHandle(), "main") != 0)
         throw RuntimeError(ErrorNumber::DatabaseReadOnly).InFile(path_);
-}
-
-void OnLongWait(std::function<void()> observer) {
-    LongWaitObserver() = std::move(observer);
 }
 
 Database Database::Create(const QString& path, Collation collation) {

@@ -1,10 +1,10 @@
 #pragma once
 
+#include <QEvent>
 #include <QHash>
 #include <QStringList>
 #include <SQLiteCpp/SQLiteCpp.h>
 
-#include <functional>
 #include <memory>
 #include <optional>
 
@@ -61,9 +61,9 @@ private:
     QHash<QString, std::shared_ptr<PreparedStatement>> prepared_;
 };
 
-// What is to be called when another program keeps a database busy for longer than one likes to wait without
-// knowing why; in the thread that waits, once for each such wait.
-void OnLongWait(std::function<void()> observer);
+// Sent to the application when another program keeps a database busy for longer than one likes to wait
+// without knowing why, once for each such wait.
+constexpr QEvent::Type LongWaitEvent = QEvent::Type(QEvent::User + 1);
 
 // Everything until Commit counts together or not at all.
 class Transaction {

@@ -1,6 +1,5 @@
 #include "library/vlm_main.h"
 #include "platform/busy_cursor.h"
-#include "platform/database.h"
 #include "platform/font_preload.h"
 #include "platform/guarded.h"
 #include "platform/velmo_style.h"
@@ -71,7 +70,7 @@ int main(int argc, char** argv) {
     if (standardButtons.load(QStringLiteral("qtbase_ja"), QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
         QApplication::installTranslator(&standardButtons);
 
-    velmo::OnLongWait(velmo::ShowBusyCursor);
+    const velmo::BusyCursor busyCursor;
     velmo::MessageBoxes messages;
     velmo::SettingsStore settings;
     velmo::GlobalState state;

@@ -1,5 +1,5 @@
-#include "symbol_file_moving.h"
 #include "support/folder_reads.h"
+#include "symbol_file_moving.h"
 
 namespace velmo {
 namespace {

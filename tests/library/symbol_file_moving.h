@@ -7,7 +7,8 @@
 
 namespace velmo {
 
-// A category whose entries' files are moved into another folder, and what the user is told and answers meanwhile.
+// A category whose entries' files are moved into another folder, and what the user is told and answers
+// meanwhile.
 class SymbolFileMoveTest : public SymbolLibrary {
 protected:
     SymbolFileMoveTest() {

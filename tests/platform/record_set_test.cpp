@@ -6,7 +6,6 @@
 #include "support/temp_folder.h"
 
 #include <QFile>
-#include <QScopeGuard>
 #include <gtest/gtest.h>
 
 namespace velmo {
@@ -178,10 +177,7 @@ TEST_F(RecordSetTest, ATransactionCountsOnlyWhenCommitted) {
     EXPECT_EQ(Names("T").size(), 4);
 }
 
-TEST_F(RecordSetTest, AnotherProgramsLockIsWaitedForAndThenAnErrorThatNamesTheFile) {
-    const auto forget = qScopeGuard([] { OnLongWait({}); });
-    int told = 0;
-    OnLongWait([&] { ++told; });
+TEST_F(RecordSetTest, AnotherProgramsLockIsAnErrorThatNamesTheFile) {
     Database other(folder_.Path("test.mdb"), Database::Access::Write);
     other.Execute("BEGIN EXCLUSIVE");
     try {
@@ -191,15 +187,6 @@ TEST_F(RecordSetTest, AnotherProgramsLockIsWaitedForAndThenAnErrorThatNamesTheFi
         EXPECT_EQ(error.Number(), ErrorNumber::DatabaseLocked);
         EXPECT_EQ(error.File(), folder_.Path("test.mdb"));
     }
-    EXPECT_EQ(told, 1) << "that it takes long";
-}
-
-TEST_F(RecordSetTest, ALockThatIsGivenUpMeanwhileIsNoError) {
-    const auto forget = qScopeGuard([] { OnLongWait({}); });
-    Database other(folder_.Path("test.mdb"), Database::Access::Write);
-    other.Execute("BEGIN EXCLUSIVE");
-    OnLongWait([&] { other.Execute("ROLLBACK"); });
-    EXPECT_EQ(Names("T").size(), 3);
 }
 
 TEST(Database, FilesThatAreNoDatabasesAreRefusedAndLeftAlone) {
