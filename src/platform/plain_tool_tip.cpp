@@ -4,9 +4,17 @@
 
 namespace velmo {
 
+namespace {
+
+// Letters.
+constexpr int LongestLine = 80;
+
+} // namespace
+
 QString PlainToolTip(const QString& text) {
-    if (!Qt::mightBeRichText(text))
+    if (text.size() <= LongestLine && !Qt::mightBeRichText(text))
         return text;
+    // The toolkit breaks the lines of markup only.
     return QStringLiteral("<p style=\"white-space:pre-wrap\">%1</p>").arg(text.toHtmlEscaped());
 }
 

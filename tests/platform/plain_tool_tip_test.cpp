@@ -1,6 +1,7 @@
 #include "platform/keyed_tree_model.h"
 #include "platform/plain_tool_tip.h"
 
+#include <QLabel>
 #include <QTextDocument>
 #include <gtest/gtest.h>
 
@@ -20,6 +21,18 @@ TEST(PlainToolTipTest, MarkupIsReadAsItIsWritten) {
         document.setHtml(tip);
         EXPECT_EQ(document.toPlainText(), text);
     }
+}
+
+TEST(PlainToolTipTest, ALongTextIsBrokenIntoLines) {
+    const QString text = QString("六角ボルト<M10> ").repeated(20);
+    const QString tip = PlainToolTip(text);
+    QTextDocument document;
+    document.setHtml(tip);
+    EXPECT_EQ(document.toPlainText(), text);
+    // As the toolkit shows it.
+    QLabel shown(tip);
+    shown.setWordWrap(Qt::mightBeRichText(tip));
+    EXPECT_LT(shown.sizeHint().width(), shown.fontMetrics().horizontalAdvance(text) / 2);
 }
 
 TEST(PlainToolTipTest, TheNodesOfATreeUseIt) {
