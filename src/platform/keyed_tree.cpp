@@ -7,12 +7,28 @@
 
 namespace velmo {
 
+namespace {
+
+// What of a deep node's name can be read at least, in letters.
+constexpr int LeastLetters = 8;
+// A tree lower than this shows no bar below, in lines of text.
+constexpr int LeastLines = 4;
+
+} // namespace
+
 KeyedTree::KeyedTree(QWidget* parent) : KeepsSelection(parent), model_(new KeyedTreeModel(this)) {
     setModel(model_);
     setHeaderHidden(true);
-    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    // An unseen header that stretches by itself stops at 100 pixels.
     header()->setMinimumSectionSize(0);
     header()->setStretchLastSection(false);
+    const auto narrow = [this] {
+        widestNode_ = 0;
+        FitColumn();
+    };
+    connect(this, &QTreeView::collapsed, this, narrow);
+    connect(model_, &QAbstractItemModel::rowsRemoved, this, narrow);
+    connect(model_, &QAbstractItemModel::modelReset, this, narrow);
     setUniformRowHeights(true);
     setEditTriggers(NoEditTriggers);
     connect(this, &QTreeView::expanded, this,
@@ -82,14 +98,54 @@ QString KeyedTree::SelectedKey() const {
     return selected.isEmpty() ? QString() : model_->Key(selected.first());
 }
 
-// However narrow the tree is, names are elided and it does not scroll sideways; an unseen header that
-// stretches by itself stops at 100 pixels. A selected node that was in sight stays there.
+// A selected node that was in sight stays there.
 void KeyedTree::resizeEvent(QResizeEvent* event) {
     const QScopedValueRollback<bool> keep(inSight_);
+    // A bar would be all that there is room for.
+    setHorizontalScrollBarPolicy(event->size().height() < LeastLines * fontMetrics().lineSpacing()
+                                     ? Qt::ScrollBarAlwaysOff
+                                     : Qt::ScrollBarAsNeeded);
     KeepsSelection::resizeEvent(event);
-    header()->resizeSection(0, viewport()->width());
+    FitColumn();
     if (inSight_)
         scrollTo(currentIndex());
+}
+
+void KeyedTree::updateGeometries() {
+    KeepsSelection::updateGeometries();
+    FitColumn();
+}
+
+// Names are elided before the tree scrolls sideways, but of the deepest node in sight the beginning of the
+// name can be read. While one scrolls up and down the column only becomes wider.
+void KeyedTree::FitColumn() {
+    if (fitting_)
+        return;
+    const QScopedValueRollback<bool> fitting(fitting_, true);
+    for (QModelIndex index = indexAt({0, 0}); index.isValid(); index = indexBelow(index)) {
+        const QRect place = visualRect(index);
+        if (place.top() > viewport()->height())
+            break;
+        widestNode_ = qMax(widestNode_, place.left() + horizontalOffset() + RoomFor(index));
+    }
+    header()->resizeSection(0, qMax(viewport()->width(), widestNode_));
+}
+
+// What a node needs right of its branch.
+int KeyedTree::RoomFor(const QModelIndex& index) const {
+    const int least = style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, this) +
+                      LeastLetters * fontMetrics().averageCharWidth();
+    return qMin(least, sizeHintForIndex(index).width());
+}
+
+void KeyedTree::scrollTo(const QModelIndex& index, ScrollHint hint) {
+    KeepsSelection::scrollTo(index, hint);
+    const QRect place = visualRect(index);
+    if (!place.isValid())
+        return;
+    const int beyond = place.left() + RoomFor(index) - viewport()->width();
+    if (beyond > 0)
+        horizontalScrollBar()->setValue(horizontalScrollBar()->value() + qMin(beyond, place.left()));
 }
 
 void KeyedTree::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
@@ -99,6 +155,7 @@ void KeyedTree::currentChanged(const QModelIndex& current, const QModelIndex& pr
 
 void KeyedTree::verticalScrollbarValueChanged(int value) {
     KeepsSelection::verticalScrollbarValueChanged(value);
+    FitColumn();
     inSight_ = viewport()->rect().contains(visualRect(currentIndex()).center());
 }
 

@@ -35,6 +35,7 @@ public:
     QString SelectedKey() const;
     // Takes the vertical scroll bar back to a value, as far as the selected node then stays in sight.
     void ScrollBackTo(int value);
+    void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override;
 
 Q_SIGNALS:
     // The user chose a node, with the mouse or the keyboard; the node chosen before may be chosen again.
@@ -46,6 +47,7 @@ Q_SIGNALS:
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
+    void updateGeometries() override;
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
     void verticalScrollbarValueChanged(int value) override;
     void mousePressEvent(QMouseEvent* event) override;
@@ -53,6 +55,8 @@ protected:
     void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
 
 private:
+    void FitColumn();
+    int RoomFor(const QModelIndex& index) const;
     void OnExpanded(const QString& key);
     void OpenSelected();
 
@@ -60,6 +64,9 @@ private:
     bool selecting_ = false;
     // The user has not scrolled the selected node away.
     bool inSight_ = true;
+    // Where the names of the nodes seen so far are readable, in pixels of the column.
+    int widestNode_ = 0;
+    bool fitting_ = false;
     // The program says what is open; it may call a node without children so.
     bool settingExpanded_ = false;
     // The mouse press under way has been told already.

@@ -40,12 +40,36 @@ TEST_F(KeyedTreeTest, NodesAreFoundByKey) {
     EXPECT_EQ(tree_.FirstChildKey("b"), "");
 }
 
-TEST_F(KeyedTreeTest, HoweverNarrowItIsItDoesNotScrollSideways) {
-    for (const QSize size : {QSize(300, 200), QSize(90, 200), QSize(60, 30), QSize(200, 200)}) {
+TEST_F(KeyedTreeTest, ItDoesNotScrollSidewaysForLongNames) {
+    tree_.Nodes().Add("root", {NewNode{"long", QString("long ").repeated(30), 2, {}}});
+    for (const QSize size : {QSize(300, 200), QSize(150, 200), QSize(200, 200)}) {
         tree_.resize(size);
         ASSERT_TRUE(QTest::qWaitFor([&] { return tree_.columnWidth(0) == tree_.viewport()->width(); }));
         EXPECT_FALSE(tree_.horizontalScrollBar()->isVisible());
     }
+    tree_.resize(60, 30);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return tree_.height() == 30; }));
+    EXPECT_FALSE(tree_.horizontalScrollBar()->isVisible()) << "there is hardly room for a node";
+}
+
+TEST_F(KeyedTreeTest, ADeepNodesNameCanBeRead) {
+    QString deepest = "b";
+    for (int i = 0; i < 12; ++i) {
+        const QString key = QString("deep%1").arg(i);
+        tree_.Nodes().Add(deepest, {NewNode{key, "a name of some length", 2, {}}});
+        tree_.SetExpanded(deepest, true);
+        deepest = key;
+    }
+    tree_.resize(150, 400);
+    tree_.Select(deepest);
+    const auto room = [&] { return tree_.visualRect(tree_.currentIndex()) & tree_.viewport()->rect(); };
+    ASSERT_TRUE(QTest::qWaitFor([&] { return room().width() > 8 * tree_.fontMetrics().averageCharWidth(); }));
+    EXPECT_TRUE(tree_.horizontalScrollBar()->isVisible());
+
+    tree_.Select("root");
+    EXPECT_EQ(tree_.horizontalScrollBar()->value(), 0);
+    tree_.SetExpanded("b", false);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !tree_.horizontalScrollBar()->isVisible(); }));
 }
 
 TEST_F(KeyedTreeTest, TheSelectedNodeStaysInSightWhenTheTreeShrinks) {
