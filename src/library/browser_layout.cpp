@@ -12,8 +12,11 @@ namespace keys = settings_keys;
 // Twips.
 constexpr int BarThickness = 60;
 constexpr int ThickestBar = 300;
-// What a pane keeps, if the window is large enough for two such panes.
+// What a pane keeps, if the window is large enough for two such panes; with large fonts it is more.
 constexpr int SmallestPane = 1200;
+// In lines of text.
+constexpr int LeastWidth = 8;
+constexpr int LeastHeight = 4;
 
 // What the panes to the left and above have of the room at first.
 constexpr double LeftShare = 0.4;
@@ -32,6 +35,9 @@ BrowserLayout::BrowserLayout(QWidget* tree, QWidget* treeSlide, QWidget* entrySl
       right_(MakeSplit(Qt::Horizontal, "PDFImg", "PdfPic", keys::PdfSplit, UpperRightShare)) {
     for (QWidget* pane : {tree_, treeSlide_, entrySlide_, entryList_})
         pane->setParent(this);
+    frame_.bar->setAccessibleName(QStringLiteral("左右の仕切り"));
+    left_.bar->setAccessibleName(QStringLiteral("分類ツリーとスライドの仕切り"));
+    right_.bar->setAccessibleName(QStringLiteral("スライドと一覧の仕切り"));
     for (Split* split : {&frame_, &left_, &right_}) {
         connect(split->bar, &SplitBar::Dropped, this, [this, split](int place) {
             split->wanted = place;
@@ -47,6 +53,8 @@ BrowserLayout::Split BrowserLayout::MakeSplit(Qt::Orientation orientation, const
 
 void BrowserLayout::Restore(const SettingsStore& settings) {
     const auto restore = [&settings](Split& split, const char* place, const char* thickness) {
+        for (const char* part : {"Left", "Top", "Width", "Height"})
+            settings.GetNumber(split.key + QLatin1String(part), 0);
         const QString key = split.key + QLatin1String(place);
         const double twips = settings.GetNumber(key, 0);
         if (!settings.Get(key).isEmpty())
@@ -76,10 +84,11 @@ void BrowserLayout::resizeEvent(QResizeEvent* event) {
 }
 
 // Places a splitter in the room that it shares with both its panes, and tells how much of it the first has.
-int BrowserLayout::PlaceBar(const Split& split, const QRect& room) {
+int BrowserLayout::PlaceBar(const Split& split, const QRect& room) const {
     const bool vertical = split.bar->Way() == Qt::Vertical;
     const int free = qMax(0, (vertical ? room.width() : room.height()) - split.thickness);
-    const int least = qMin(TwipsToPixels(SmallestPane), free / 2);
+    const int lines = fontMetrics().height() * (vertical ? LeastWidth : LeastHeight);
+    const int least = qMin(qMax(TwipsToPixels(SmallestPane), lines), free / 2);
     const int edge = qBound(least, split.wanted.value_or(qRound(free * split.share)), free - least);
     const QRect place = vertical ? QRect(room.x() + edge, room.y(), split.thickness, room.height())
                                  : QRect(room.x(), room.y() + edge, room.width(), split.thickness);
@@ -94,7 +103,8 @@ void BrowserLayout::LayOut() {
     LayOutColumn(right_, entrySlide_, entryList_, QRect(right, 0, width() - right, height()));
 }
 
-void BrowserLayout::LayOutColumn(const Split& split, QWidget* upper, QWidget* lower, const QRect& column) {
+void BrowserLayout::LayOutColumn(const Split& split, QWidget* upper, QWidget* lower,
+                                 const QRect& column) const {
     const int y = PlaceBar(split, column);
     upper->setGeometry(column.x(), 0, column.width(), y);
     const int below = y + split.thickness;

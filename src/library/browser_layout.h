@@ -37,9 +37,9 @@ private:
 
     Split MakeSplit(Qt::Orientation orientation, const char* image, const char* picture, const QString& key,
                     double share);
-    static int PlaceBar(const Split& split, const QRect& room);
+    int PlaceBar(const Split& split, const QRect& room) const;
     void LayOut();
-    static void LayOutColumn(const Split& split, QWidget* upper, QWidget* lower, const QRect& column);
+    void LayOutColumn(const Split& split, QWidget* upper, QWidget* lower, const QRect& column) const;
 
     QWidget* tree_;
     QWidget* treeSlide_;

@@ -27,7 +27,7 @@ void BrowserPanes::SetUp(QMainWindow& window, const GlobalState& state, MessageB
     VlmTreeSlide = Named(new SlideView, "VlmTreeSlide", QStringLiteral("分類のスライド"));
     VlmPDFSlide = Named(new SlideView, "VlmPDFSlide", QStringLiteral("シンボルのスライド"));
     VlmPdfList = Named(new KeepsSelection<QListView>, "VlmPdfList", QStringLiteral("シンボルの一覧"));
-    VlmTreeSlide->SetEmptyText(QStringLiteral("この分類にスライドはありません"));
+    VlmTreeSlide->SetEmptyText(QStringLiteral("スライドのない分類です"));
     findBox = new FindBox(*VlmTreeView, state, messages);
     layout = new BrowserLayout(findBox, VlmTreeSlide, VlmPDFSlide, VlmPdfList);
     window.setCentralWidget(layout);
@@ -40,8 +40,6 @@ void BrowserPanes::OrderTabs() {
     QList<QWidget*> order{VlmTreeView, VlmPdfList, VlmPDFSlide, VlmTreeSlide};
     for (SplitBar* bar : layout->findChildren<SplitBar*>())
         order << bar;
-    for (SlideView* slide : {VlmPDFSlide, VlmTreeSlide})
-        slide->setFocusPolicy(Qt::StrongFocus);
     for (qsizetype i = 1; i < order.size(); ++i)
         QWidget::setTabOrder(order[i - 1], order[i]);
 }

@@ -19,7 +19,7 @@ namespace velmo {
 namespace {
 
 // Pixels.
-constexpr int Gap = 2;
+constexpr int Gap = 3;
 // What the field leaves for the tree, in lines of text.
 constexpr int LeastLines = 3;
 
@@ -61,22 +61,27 @@ FindBox::FindBox(QAbstractItemView& tree, const GlobalState& state, MessageBoxes
     : tree_(tree),
       state_(state),
       messages_(messages),
-      VlmFind_(new QLineEdit(this)),
+      bar_(new QWidget(this)),
+      VlmFind_(new QLineEdit(bar_)),
       pane_(new QStackedLayout) {
     setObjectName(QStringLiteral("VlmFindBox"));
     BuildField();
     pane_->addWidget(&tree_);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(Gap);
-    layout->addWidget(VlmFind_);
+    layout->setSpacing(0);
+    layout->addWidget(bar_);
     layout->addLayout(pane_, 1);
     setTabOrder(VlmFind_, &tree_);
 }
 
 void FindBox::BuildField() {
+    // The ground around it makes it a field in dark schemes, too.
+    auto* around = new QHBoxLayout(bar_);
+    around->setContentsMargins(Gap, Gap, Gap, Gap);
+    around->addWidget(VlmFind_);
     VlmFind_->setObjectName(QStringLiteral("VlmFind"));
-    VlmFind_->setPlaceholderText(QStringLiteral("分類とシンボルを検索 (Ctrl+F)"));
+    VlmFind_->setPlaceholderText(QStringLiteral("検索 (Ctrl+F)"));
     VlmFind_->setAccessibleName(QStringLiteral("分類とシンボルから検索する文字"));
     VlmFind_->setToolTip(QStringLiteral("大文字と小文字、全角と半角、ひらがなとカタカナは区別しません\n"
                                         "空白で区切ると、すべての語に一致するものを探します"));
@@ -84,7 +89,7 @@ void FindBox::BuildField() {
     connect(VlmFind_, &QLineEdit::textChanged, this, [this] { Search(); });
     const auto* find = new QShortcut(QKeySequence::Find, this);
     connect(find, &QShortcut::activated, this, [this] {
-        VlmFind_->show();
+        bar_->show();
         VlmFind_->setFocus(Qt::ShortcutFocusReason);
         VlmFind_->selectAll();
     });
@@ -130,11 +135,12 @@ bool FindBox::IsSearching() const {
 }
 
 bool FindBox::HasRoomForField() const {
-    return height() >= VlmFind_->sizeHint().height() + Gap + LeastLines * fontMetrics().lineSpacing();
+    return height() >= bar_->sizeHint().height() + LeastLines * fontMetrics().lineSpacing();
 }
 
 void FindBox::ShowOrHideField() {
-    VlmFind_->setVisible(HasRoomForField() || VlmFind_->hasFocus() || !VlmFind_->text().isEmpty());
+    bar_->setVisible(HasRoomForField() || VlmFind_->hasFocus() || !VlmFind_->text().isEmpty());
+    layout()->activate();
 }
 
 void FindBox::resizeEvent(QResizeEvent* event) {

@@ -56,6 +56,7 @@ private:
     const GlobalState& state_;
     MessageBoxes& messages_;
     NameIndex names_;
+    QWidget* bar_;
     QLineEdit* VlmFind_;
     QStackedLayout* pane_;
     // The results are built when something is looked for first; the program starts without them.

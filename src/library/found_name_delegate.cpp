@@ -48,7 +48,9 @@ void FoundNameDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opt
     const QString way = index.data(FindResultsModel::WayRole).toString();
     const QRect upper(texts.topLeft(), QSize(texts.width(), texts.height() / 2));
     draw(way.isEmpty() ? texts : upper, index.data(Qt::DisplayRole).toString());
-    colour.setAlpha(DimmedAlpha);
+    // On the selection's ground a dimmed text is hard to read.
+    if (!selected)
+        colour.setAlpha(DimmedAlpha);
     draw(upper.translated(0, upper.height()), way);
     painter->restore();
 }

@@ -19,8 +19,6 @@ SplitBar::SplitBar(Qt::Orientation orientation, const char* image, const char* p
     : QWidget(parent), orientation_(orientation), picture_(new QWidget(parent)) {
     setObjectName(QLatin1String(image));
     SetAccessibleRole(*this, QAccessible::Splitter);
-    setAccessibleName(orientation == Qt::Vertical ? QStringLiteral("左右の仕切り")
-                                                  : QStringLiteral("上下の仕切り"));
     setFocusPolicy(Qt::TabFocus);
     setCursor(orientation == Qt::Vertical ? Qt::SplitHCursor : Qt::SplitVCursor);
     picture_->setObjectName(QLatin1String(picture));

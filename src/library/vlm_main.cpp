@@ -4,6 +4,7 @@
 #include "library/browser_layout.h"
 #include "library/symbol_file_move.h"
 #include "platform/files.h"
+#include "platform/font_scale.h"
 #include "platform/guarded.h"
 #include "platform/progress_box.h"
 #include "platform/slide_view.h"
@@ -48,7 +49,9 @@ VLM_MAIN::VLM_MAIN(GlobalState& state, SettingsStore& settings, MessageBoxes& me
 void VLM_MAIN::BuildControls() {
     panes_.SetUp(*this, state_, messages_);
     panes_.VlmPDFSlide->installEventFilter(this);
-    setMinimumSize(TwipsToPixels(MinimumWidth), TwipsToPixels(MinimumHeight));
+    // With a large font bars alone would fill the least window.
+    setMinimumSize(QSize(TwipsToPixels(MinimumWidth), TwipsToPixels(MinimumHeight)) *
+                   FontScale(fontMetrics()));
     tree_ = new CategoryTree(*panes_.VlmTreeView, state_, messages_);
     tree_->setParent(this);
     entries_ = new EntryList(*panes_.VlmPdfList, *panes_.VlmPDFSlide, state_, settings_, messages_);
@@ -107,8 +110,10 @@ void VLM_MAIN::BuildToolBar() {
     VlmToolbar_->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     VlmToolbar_->addAction(
         MakeCommand("Tbar_Open", OpenIcon(), QStringLiteral("開く"), [this] { OpenSymbol(); }));
-    VlmToolbar_->addAction(
-        MakeCommand("Tbar_Cancel", CancelIcon(), QStringLiteral("閉じる"), [this] { close(); }));
+    QAction* closing =
+        MakeCommand("Tbar_Cancel", CancelIcon(), QStringLiteral("閉じる"), [this] { close(); });
+    closing->setShortcut(Qt::CTRL | Qt::Key_W);
+    VlmToolbar_->addAction(closing);
 }
 
 void VLM_MAIN::BuildDisplayMenu() {

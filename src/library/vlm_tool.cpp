@@ -4,6 +4,9 @@
 #include "library/symbol_file_move.h"
 #include "pickers/vlm_sel_dir.h"
 #include "platform/elided_label.h"
+#include "platform/elided_tip_delegate.h"
+#include "platform/empty_hint.h"
+#include "platform/font_scale.h"
 #include "platform/guarded.h"
 #include "platform/numbers.h"
 #include "platform/progress_box.h"
@@ -35,7 +38,7 @@ Vlm_Tool::Vlm_Tool(GlobalState& state, MessageBoxes& messages, QWidget* parent)
     // By this caption scripts know the window.
     setWindowTitle(QStringLiteral("Form1"));
     BuildControls();
-    resize(WindowSize);
+    resize(WindowSize * FontScale(fontMetrics()));
     ListContent();
 }
 
@@ -53,6 +56,8 @@ void Vlm_Tool::BuildControls() {
     SelList_->setSelectionMode(QAbstractItemView::ExtendedSelection);
     SelList_->setEditTriggers(QAbstractItemView::NoEditTriggers);
     SelList_->setTextElideMode(Qt::ElideMiddle);
+    SelList_->setItemDelegate(new ElidedTipDelegate(this));
+    (new EmptyHint(*SelList_))->SetText(QStringLiteral("この分類には何も登録されていません"));
 
     const auto button = [this](const char* name, const QString& text, auto action) {
         auto* made = new QPushButton(text);
@@ -92,8 +97,10 @@ void Vlm_Tool::ListContent() {
     Select(selected);
     for (const int column : {0, 1}) {
         SelList_->resizeColumnToContents(column);
+        const double scale = FontScale(fontMetrics());
         SelList_->setColumnWidth(column,
-                                 qBound(LeastColumnWidth, SelList_->columnWidth(column), MostColumnWidth));
+                                 qBound(qRound(LeastColumnWidth * scale), SelList_->columnWidth(column),
+                                        qRound(MostColumnWidth * scale)));
     }
     FolderCount_ = std::int16_t(std::ranges::count_if(content_->Rows(), &ContentRow::isFolder));
     FilMovBtn_->setEnabled(FolderCount_ == 0);

@@ -3,6 +3,7 @@
 #include "pickers/file_list.h"
 #include "pickers/folder_scan.h"
 #include "pickers/picker_layout.h"
+#include "platform/font_scale.h"
 #include "platform/slide_view.h"
 
 #include <QBoxLayout>
@@ -68,7 +69,7 @@ void Vlm_FileFrm::BuildControls() {
 
     AddPickerRows(*this, panes, QStringLiteral("ファイル名(&N):"), Vlm_Text_,
                   {Vlm_FilOKBtn_, Vlm_FilCanBtn_});
-    resize(InitialSize);
+    resize(InitialSize * FontScale(fontMetrics()));
 }
 
 void Vlm_FileFrm::OpenAtPickedFile() {
@@ -115,8 +116,9 @@ void Vlm_FileFrm::ListFiles(const QString& folder) {
 void Vlm_FileFrm::ForgetFile() {
     Vlm_Text_->clear();
     Vlm_FileSlide_->Clear();
-    Vlm_FileSlide_->SetEmptyText(Vlm_File_->IsEmpty() ? QString()
-                                                      : QStringLiteral("一覧からファイルを選んでください"));
+    Vlm_FileSlide_->SetEmptyText(Vlm_File_->IsEmpty()
+                                     ? QStringLiteral("ファイルのあるフォルダを選んでください")
+                                     : QStringLiteral("一覧からファイルを選んでください"));
 }
 
 void Vlm_FileFrm::ShowFile(const QString& name) {

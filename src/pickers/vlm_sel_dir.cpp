@@ -3,6 +3,7 @@
 #include "pickers/disk_folders.h"
 #include "pickers/folder_scan.h"
 #include "pickers/picker_layout.h"
+#include "platform/font_scale.h"
 
 #include <QContextMenuEvent>
 
@@ -49,7 +50,7 @@ void Vlm_SelDir::BuildControls() {
 
     AddPickerRows(*this, Labelled(QStringLiteral("フォルダ(&D):"), VlmDirTV_), QStringLiteral("選択(&S):"),
                   SelDir_, {ok, cancel});
-    resize(InitialSize);
+    resize(InitialSize * FontScale(fontMetrics()));
 }
 
 void Vlm_SelDir::OpenDisk() {

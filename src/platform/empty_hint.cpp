@@ -1,5 +1,7 @@
 #include "platform/empty_hint.h"
 
+#include "platform/hint_text.h"
+
 #include <QEvent>
 #include <QPainter>
 
@@ -7,25 +9,20 @@ namespace velmo {
 
 namespace {
 
-constexpr int Margin = 8;
-
 class HintLabel : public QLabel {
 public:
     explicit HintLabel(const QAbstractItemView& view) : QLabel(view.viewport()), view_(view) {
         setTextFormat(Qt::PlainText);
-        setAlignment(Qt::AlignCenter);
-        setWordWrap(true);
-        setMargin(Margin);
-        setForegroundRole(QPalette::PlaceholderText);
         setAttribute(Qt::WA_TransparentForMouseEvents);
     }
 
 protected:
-    void paintEvent(QPaintEvent* event) override {
-        QLabel::paintEvent(event);
+    void paintEvent(QPaintEvent*) override {
+        QPainter painter(this);
+        painter.setPen(palette().color(QPalette::PlaceholderText));
+        DrawHint(painter, rect(), text());
         if (!view_.hasFocus())
             return;
-        QPainter painter(this);
         painter.setPen(palette().color(QPalette::Highlight));
         painter.drawRect(rect().adjusted(0, 0, -1, -1));
     }

@@ -1,5 +1,7 @@
 #include "platform/keyed_tree.h"
 
+#include "platform/elided_tip_delegate.h"
+
 #include <QHeaderView>
 #include <QMouseEvent>
 #include <QScopedValueRollback>
@@ -31,6 +33,7 @@ KeyedTree::KeyedTree(QWidget* parent) : KeepsSelection(parent), model_(new Keyed
     connect(model_, &QAbstractItemModel::modelReset, this, narrow);
     setUniformRowHeights(true);
     setEditTriggers(NoEditTriggers);
+    setItemDelegate(new ElidedTipDelegate(this));
     connect(this, &QTreeView::expanded, this,
             [this](const QModelIndex& index) { OnExpanded(model_->Key(index)); });
     connect(this, &QTreeView::collapsed, this,

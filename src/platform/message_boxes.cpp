@@ -8,10 +8,11 @@ namespace velmo {
 namespace {
 
 int ShowBox(QWidget* parent, QMessageBox::Icon icon, const QString& text, const QString& title,
-            QMessageBox::StandardButtons buttons) {
+            QMessageBox::StandardButtons buttons, QMessageBox::StandardButton usual) {
     QMessageBox box(icon, title, text, buttons, parent);
     // Texts are paths and names of files: they are never markup.
     box.setTextFormat(Qt::PlainText);
+    box.setDefaultButton(usual);
     box.setWindowFlag(Qt::WindowStaysOnTopHint);
     return box.exec();
 }
@@ -19,12 +20,13 @@ int ShowBox(QWidget* parent, QMessageBox::Icon icon, const QString& text, const 
 } // namespace
 
 void MessageBoxes::Inform(QWidget* parent, const QString& text, const QString& title) {
-    ShowBox(parent, QMessageBox::Warning, text, title, QMessageBox::Ok);
+    ShowBox(parent, QMessageBox::Warning, text, title, QMessageBox::Ok, QMessageBox::Ok);
 }
 
 bool MessageBoxes::Ask(QWidget* parent, const QString& text, const QString& title) {
-    return ShowBox(parent, QMessageBox::Question, text, title, QMessageBox::Yes | QMessageBox::No) ==
-           QMessageBox::Yes;
+    // Every question is whether something may get lost: a key pressed too often must not say yes.
+    return ShowBox(parent, QMessageBox::Question, text, title, QMessageBox::Yes | QMessageBox::No,
+                   QMessageBox::No) == QMessageBox::Yes;
 }
 
 void MessageBoxes::ShowError(QWidget* parent, const RuntimeError& error) {

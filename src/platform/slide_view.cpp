@@ -1,6 +1,7 @@
 #include "platform/slide_view.h"
 
 #include "platform/accessible_role.h"
+#include "platform/hint_text.h"
 
 #include <QApplication>
 #include <QContextMenuEvent>
@@ -23,7 +24,8 @@ using namespace std::chrono_literals;
 // The ground of a drawing window, whatever the desktop's colours are.
 constexpr QColor ground(0x1B, 0x1F, 0x24);
 constexpr QColor hintColour(0x8A, 0x93, 0x9C);
-constexpr int hintMargin = 8;
+// Pixels.
+constexpr int focusWidth = 2;
 
 // After so long without another size a slow slide is drawn anew.
 constexpr auto settlingTime = 60ms;
@@ -76,7 +78,7 @@ SlideView::SlideView(QWidget* parent)
     setAttribute(Qt::WA_OpaquePaintEvent);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     // The wheel alone takes no focus: it would end typing elsewhere.
-    setFocusPolicy(Qt::ClickFocus);
+    setFocusPolicy(Qt::StrongFocus);
     SetAccessibleRole(*this, QAccessible::Graphic);
     setAccessibleName(QStringLiteral("スライド"));
     SlideFit_->setObjectName(QStringLiteral("SlideFit"));
@@ -118,16 +120,15 @@ void SlideView::paintEvent(QPaintEvent*) {
     else
         PaintHint(painter);
     if (hasFocus()) {
-        painter.setPen(hintColour);
-        painter.drawRect(rect().adjusted(0, 0, -1, -1));
+        painter.setPen(QPen(palette().highlight(), focusWidth));
+        painter.drawRect(rect().adjusted(1, 1, -1, -1));
     }
 }
 
 void SlideView::PaintHint(QPainter& painter) const {
     painter.fillRect(rect(), ground);
     painter.setPen(hintColour);
-    painter.drawText(rect().adjusted(hintMargin, hintMargin, -hintMargin, -hintMargin),
-                     Qt::AlignCenter | Qt::TextWordWrap, emptyText_);
+    DrawHint(painter, rect(), emptyText_);
 }
 
 void SlideView::PaintPicture(QPainter& painter) {

@@ -1,5 +1,6 @@
 #include "platform/velmo_style.h"
 
+#include "platform/font_scale.h"
 #include "platform/svg_icon.h"
 
 #include <QApplication>
@@ -14,8 +15,6 @@ namespace {
 constexpr double Faded = 0.3;
 // How much of the text's colour a hint has.
 constexpr float HintStrength = 0.6F;
-// Lines of text up to this height have icons of the usual size beside them. Pixels.
-constexpr int HighestUsualLine = 20;
 
 QColor Mixed(const QColor& full, const QColor& ground) {
     const auto part = [](double a, double b) { return float(a * Faded + b * (1 - Faded)); };
@@ -63,10 +62,27 @@ QIcon VelmoStyle::standardIcon(StandardPixmap icon, const QStyleOption* option, 
         return PlatformIcon(QStringLiteral("more_right"));
     case SP_ToolBarVerticalExtensionButton:
         return PlatformIcon(QStringLiteral("more_below"));
+    case SP_MessageBoxWarning:
+        return PlatformIcon(QStringLiteral("message_warning"));
+    case SP_MessageBoxQuestion:
+        return PlatformIcon(QStringLiteral("message_question"));
     case SP_LineEditClearButton:
         return PlatformIcon(QStringLiteral("clear_text"));
     default:
         return QProxyStyle::standardIcon(icon, option, widget);
+    }
+}
+
+int VelmoStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                          QStyleHintReturn* returned) const {
+    switch (hint) {
+    // What the toolkit would draw on はい and いいえ is made of pixels; the words say enough.
+    case SH_DialogButtonBox_ButtonsHaveIcons:
+    // On a dark ground the shadow of a greyed text reads like a second text.
+    case SH_EtchDisabledText:
+        return 0;
+    default:
+        return QProxyStyle::styleHint(hint, option, widget, returned);
     }
 }
 
@@ -76,9 +92,10 @@ int VelmoStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, cons
     case PM_SmallIconSize:
     case PM_ListViewIconSize:
     case PM_ButtonIconSize:
-    case PM_ToolBarIconSize: {
-        const int height = (widget ? widget->fontMetrics() : QFontMetrics(QApplication::font())).height();
-        return qMax(pixels, pixels * height / HighestUsualLine);
+    case PM_ToolBarIconSize:
+    case PM_MessageBoxIconSize: {
+        const QFontMetrics font = widget ? widget->fontMetrics() : QFontMetrics(QApplication::font());
+        return qRound(pixels * FontScale(font));
     }
     default:
         return pixels;

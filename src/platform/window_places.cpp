@@ -12,6 +12,11 @@ namespace {
 // So much of a window must be on a screen to be found and dragged.
 constexpr int Grip = 32;
 
+// With room for the title bar, which no size counts.
+QSize BoundedTo(const QRect& screen, const QSize& size) {
+    return size.boundedTo(screen.size() - QSize(0, Grip));
+}
+
 } // namespace
 
 QRect BroughtOntoScreen(const QRect& place) {
@@ -19,12 +24,12 @@ QRect BroughtOntoScreen(const QRect& place) {
     for (const QScreen* screen : QGuiApplication::screens()) {
         const QRect seen = titleBar & screen->availableGeometry();
         if (seen.width() >= qMin(Grip, place.width()) && seen.height() >= Grip / 2)
-            return {place.topLeft(), place.size().boundedTo(screen->availableGeometry().size())};
+            return {place.topLeft(), BoundedTo(screen->availableGeometry(), place.size())};
     }
     const QRect home = QGuiApplication::primaryScreen()->availableGeometry();
-    QRect brought(place.topLeft(), place.size().boundedTo(home.size()));
+    QRect brought(place.topLeft(), BoundedTo(home, place.size()));
     brought.moveLeft(qBound(home.left(), brought.left(), home.right() - brought.width() + 1));
-    brought.moveTop(qBound(home.top(), brought.top(), home.bottom() - brought.height() + 1));
+    brought.moveTop(qBound(home.top(), brought.top(), home.bottom() - Grip - brought.height() + 1));
     return brought;
 }
 

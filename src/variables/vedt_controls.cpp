@@ -50,6 +50,8 @@ void VedtControls::SetUp(QMainWindow& window, const GridCells& variables, const 
     panes->setStretchFactor(0, 0);
     panes->setStretchFactor(1, 1);
     window.setCentralWidget(panes);
+    // What is only looked at comes last.
+    QWidget::setTabOrder(VEdt_CanBtn, Vedt_Slide);
     window.setWindowIcon(VariableIcon("variables"));
     AcceptByKey(window);
     MakeFileMenu(window);

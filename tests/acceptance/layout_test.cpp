@@ -149,6 +149,16 @@ TEST_F(LayoutTest, TheWindowIsNeverSmallerThanItsLeastSize) {
     EXPECT_EQ(Height("VlmTreeView"), Height("VlmFindBox"));
 }
 
+TEST_F(LayoutTest, InASmallWindowTheTreeHasAllOfItsPane) {
+    StartWith("VLM_MAIN");
+    Run().ResizeWindow("VLM_MAIN", {200, 133});
+    Run().WaitFor("the tree to fill its pane", [&] { return Height("VlmTreeView") == Height("VlmFindBox"); });
+    EXPECT_EQ(Top("VlmTreeView"), 0);
+    EXPECT_FALSE(Run().IsVisible("VlmFind"));
+    Run().ResizeWindow("VLM_MAIN", {433, 433});
+    Run().WaitFor("the search field", [&] { return Run().IsVisible("VlmFind"); });
+}
+
 TEST_F(LayoutTest, StoredSplittersOutsideTheWindowAreBroughtBack) {
     session_.Set("FrameSplitLeft", "90000");
     session_.Set("TreeSplitTop", "-300");
