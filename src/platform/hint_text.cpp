@@ -10,8 +10,10 @@ constexpr int Margin = 8;
 } // namespace
 
 void DrawHint(QPainter& painter, const QRect& place, const QString& text) {
-    const QRect room = place.adjusted(Margin, Margin, -Margin, -Margin);
-    const int height = painter.fontMetrics().boundingRect(room, Qt::TextWordWrap, text).height();
+    const QFontMetrics font = painter.fontMetrics();
+    const int above = qBound(0, (place.height() - font.height()) / 2, Margin);
+    const QRect room = place.adjusted(Margin, above, -Margin, -above);
+    const int height = font.boundingRect(room, Qt::TextWordWrap, text).height();
     const Qt::Alignment vertical = height > room.height() ? Qt::AlignTop : Qt::AlignVCenter;
     painter.drawText(room, int(Qt::AlignHCenter | vertical) | Qt::TextWordWrap, text);
 }

@@ -3,6 +3,8 @@
 #include "support/failure.h"
 #include "support/temp_folder.h"
 
+#include <QApplication>
+#include <QScopeGuard>
 #include <QTest>
 #include <gtest/gtest.h>
 
@@ -214,9 +216,24 @@ TEST_F(BrowserLayoutTest, AStoredPlaceOutsideTheWindowIsBroughtBack) {
     EXPECT_GE(tree_.height(), 60);
 }
 
-TEST_F(BrowserLayoutTest, AStoredPlaceThatIsNoNumberIsAnError) {
-    settings_.Save("PdfSplitTop", "low");
-    EXPECT_EQ(Failure([this] { Layout(); }), ErrorNumber::TypeMismatch);
+TEST_F(BrowserLayoutTest, AStoredNumberThatIsNoneIsAnError) {
+    for (const char* key : {"PdfSplitTop", "FrameSplitTop", "TreeSplitWidth"}) {
+        settings_.Save(key, "low");
+        EXPECT_EQ(Failure([this] { Layout(); }), ErrorNumber::TypeMismatch) << key;
+        Forget();
+        settings_.Save(key, "70");
+    }
+}
+
+TEST_F(BrowserLayoutTest, ALargeFontNeedsLargerPanes) {
+    const auto restore = qScopeGuard([font = QApplication::font()] { QApplication::setFont(font); });
+    QFont large = QApplication::font();
+    large.setPixelSize(24);
+    QApplication::setFont(large);
+    Drag("SplitImg", {-1000, 0});
+    EXPECT_GE(tree_.width(), 8 * 24);
+    Drag("PDFImg", {0, 1000});
+    EXPECT_GE(entryList_.height(), 4 * 24);
 }
 
 } // namespace

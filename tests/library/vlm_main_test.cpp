@@ -5,6 +5,7 @@
 #include "platform/slide_view.h"
 #include "support/message_queue.h"
 
+#include <QAccessible>
 #include <QAction>
 #include <QScreen>
 #include <QStatusBar>
@@ -94,6 +95,20 @@ TEST_F(BrowserTest, AClickedCategoryShowsSlidePathAndEntries) {
     EXPECT_FALSE(Find<SlideView>("VlmTreeSlide")->HasPicture()) << "a category without a slide clears it";
     EXPECT_EQ(state_.CurSldFile, "");
     EXPECT_EQ(Find<QListView>("VlmPdfList")->model()->rowCount(), 0);
+}
+
+TEST_F(BrowserTest, WhateverTakesTheFocusHasAName) {
+    int reached = 0;
+    for (QWidget* control : Browser().findChildren<QWidget*>()) {
+        if (!control->isVisible() || (control->focusPolicy() & Qt::TabFocus) == 0)
+            continue;
+        ++reached;
+        QAccessibleInterface* told = QAccessible::queryAccessibleInterface(control);
+        ASSERT_TRUE(told);
+        EXPECT_FALSE(told->text(QAccessible::Name).isEmpty()) << qUtf8Printable(control->objectName());
+        EXPECT_NE(told->role(), QAccessible::Client) << qUtf8Printable(control->objectName());
+    }
+    EXPECT_GE(reached, 8);
 }
 
 TEST_F(BrowserTest, APathThatIsTooLongIsCutInTheMiddle) {
@@ -330,9 +345,11 @@ TEST_F(BrowserTest, APlaceOffEveryScreenIsBroughtBack) {
     settings_.Save("VlmMainLeft", "900000");
     settings_.Save("VlmMainTop", "-1e300");
     settings_.Save("VlmMainWidth", "300000");
+    settings_.Save("VlmMainHeight", "300000");
     const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
     EXPECT_TRUE(screen.contains(Browser().pos()));
     EXPECT_LE(Browser().width(), screen.width());
+    EXPECT_LT(Browser().height(), screen.height()) << "the title bar needs room too";
 }
 
 TEST_F(BrowserTest, ItDoesNotBecomeSmallerThanItsLeastSize) {

@@ -14,6 +14,7 @@ struct Seen {
     QString title;
     QString text;
     QMessageBox::StandardButtons buttons;
+    QMessageBox::StandardButton usual;
 };
 
 // Presses a button of the box that opens next and tells what it was; a box that is never shown fails the
@@ -26,7 +27,8 @@ public:
             if (!box)
                 return;
             timer_.stop();
-            seen_ = Seen{box->windowTitle(), box->text(), box->standardButtons()};
+            seen_ = Seen{box->windowTitle(), box->text(), box->standardButtons(),
+                         box->standardButton(box->defaultButton())};
             box->button(button)->click();
         });
         timer_.start(0);
@@ -56,6 +58,7 @@ TEST(MessageBoxes, AQuestionGoesOnOnlyOnYes) {
         EXPECT_EQ(messages.Ask(nullptr, "go on?", "title"), button == QMessageBox::Yes);
         EXPECT_EQ(presser.Box().title, "title");
         EXPECT_EQ(presser.Box().buttons, QMessageBox::Yes | QMessageBox::No);
+        EXPECT_EQ(presser.Box().usual, QMessageBox::No) << "Enter loses nothing";
     }
 }
 
