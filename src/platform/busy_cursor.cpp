@@ -2,6 +2,7 @@
 
 #include "platform/database.h"
 
+#include <QCursor>
 #include <QGuiApplication>
 #include <QTimer>
 
