@@ -53,12 +53,12 @@ BrowserLayout::Split BrowserLayout::MakeSplit(Qt::Orientation orientation, const
 
 void BrowserLayout::Restore(const SettingsStore& settings) {
     const auto restore = [&settings](Split& split, const char* place, const char* thickness) {
+        // Two of the four follow from the layout; all are checked.
         for (const char* part : {"Left", "Top", "Width", "Height"})
             settings.GetNumber(split.key + QLatin1String(part), 0);
         const QString key = split.key + QLatin1String(place);
-        const double twips = settings.GetNumber(key, 0);
         if (!settings.Get(key).isEmpty())
-            split.wanted = TwipsToPixels(twips);
+            split.wanted = TwipsToPixels(settings.GetNumber(key, 0));
         const double stored = settings.GetNumber(split.key + QLatin1String(thickness), BarThickness);
         split.thickness = TwipsToPixels(qBound(double(BarThickness), stored, double(ThickestBar)));
     };

@@ -50,9 +50,10 @@ void ProvideCollation(void*, sqlite3* connection, int, const char* name) {
 int WaitForOthers(void*, int pauses) {
     if (pauses >= Patience / Pause)
         return 0;
-    if (pauses == LongWait / Pause) {
+    auto* const application = QCoreApplication::instance();
+    if (pauses == LongWait / Pause && application) {
         QEvent wait(LongWaitEvent);
-        QCoreApplication::sendEvent(QCoreApplication::instance(), &wait);
+        QCoreApplication::sendEvent(application, &wait);
     }
     sqlite3_sleep(Pause);
     return 1;

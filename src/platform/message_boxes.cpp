@@ -8,7 +8,7 @@ namespace velmo {
 namespace {
 
 int ShowBox(QWidget* parent, QMessageBox::Icon icon, const QString& text, const QString& title,
-            QMessageBox::StandardButtons buttons, QMessageBox::StandardButton usual) {
+            QMessageBox::StandardButtons buttons, QMessageBox::StandardButton usual = QMessageBox::NoButton) {
     QMessageBox box(icon, title, text, buttons, parent);
     // Texts are paths and names of files: they are never markup.
     box.setTextFormat(Qt::PlainText);
@@ -20,7 +20,7 @@ int ShowBox(QWidget* parent, QMessageBox::Icon icon, const QString& text, const 
 } // namespace
 
 void MessageBoxes::Inform(QWidget* parent, const QString& text, const QString& title) {
-    ShowBox(parent, QMessageBox::Warning, text, title, QMessageBox::Ok, QMessageBox::Ok);
+    ShowBox(parent, QMessageBox::Warning, text, title, QMessageBox::Ok);
 }
 
 bool MessageBoxes::Ask(QWidget* parent, const QString& text, const QString& title) {
