@@ -211,10 +211,11 @@ void TableEditing::EditCell(int row, int column) {
 void TableEditing::ChooseVariable(int column) {
     std::vector<VariableChoice::Item> items;
     for (const TableVariable& variable : editor_.HiddenVariables())
-        items.push_back({variable.row == 0
-                             ? variable.name + QStringLiteral(" (ｺﾒﾝﾄ)")
-                             : QStringLiteral("%1 (V%2)").arg(variable.name).arg(variable.number),
-                         variable.row});
+        items.push_back(
+            {variable.row == 0
+                 ? variable.name + QStringLiteral(" (ｺﾒﾝﾄ)")
+                 : QStringLiteral("%1 (V%2)").arg(variable.name, QString::number(variable.number)),
+             variable.row});
     choice_.Offer(column, items);
 }
 

@@ -104,6 +104,14 @@ TEST_F(TableColumnsTest, TheListIsWorkedByKeys) {
     EXPECT_THAT(ColumnsOfVariables(), ElementsAre("1", "3", "2", "0"));
 }
 
+TEST_F(TableColumnsTest, AVariableIsOfferedByItsNameWhateverThatHolds) {
+    session_.WriteHomeLines("SMB\\BOLT\\HEX.TXT", {"$VAR", R"(V1=PRO("d",10))", R"(V2=PRO("L",50))",
+                                                   R"(V3=PRO("比%1-%2%",3))", "$GEO"});
+    OpenTable();
+    ChooseOnColumn(3, "VedtHdrPopAdd");
+    ExpectOffered({"比%1-%2% (V3)"});
+}
+
 TEST_F(TableColumnsTest, EscapeTakesTheColumnAway) {
     ChooseOnColumn(3, "VedtHdrPopAdd");
     ExpectOffered({"材質 (V3)"});

@@ -63,6 +63,13 @@ TEST_F(TableFaultTest, AValueThatIsTooLong) {
            QStringLiteral("2 行 4 列 (H) の値は 4 文字あり、列の幅 3 文字に入りません。"));
 }
 
+TEST_F(TableFaultTest, NamesAreToldAsTheyStand) {
+    Rename(1, u"%1-%2");
+    Put(3, 2, u"12345");
+    Expect(Kind::TooLong, 3, 2,
+           QStringLiteral("3 行 2 列 (%1-%2) の値は 5 文字あり、列の幅 4 文字に入りません。"));
+}
+
 TEST_F(TableFaultTest, AForeignCharacter) {
     Put(2, 2, u"1é");
     Expect(

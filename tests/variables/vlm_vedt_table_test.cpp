@@ -23,6 +23,14 @@ TEST_F(VedtTableTest, AClickOnATableRowCopiesItsValues) {
     EXPECT_EQ(CurrentValues(), (QStringList{"16", "5", "3"}));
 }
 
+TEST_F(VedtTableTest, TheHintNamesTheRowAsItStands) {
+    WriteRows({"M10   10   1", "%1%2  12   2"});
+    Open();
+    ClickTable(2);
+    EXPECT_EQ(window->statusBar()->findChild<ElidedLabel*>()->text(),
+              QStringLiteral("寸法表の 2 行目 (%1%2) の値を入れました。"));
+}
+
 TEST_F(VedtTableTest, AClickOnTheHeaderChoosesNothing) {
     WriteRows();
     Open();
