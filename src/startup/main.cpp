@@ -1,6 +1,5 @@
 #include "library/vlm_main.h"
 #include "platform/busy_cursor.h"
-#include "platform/font_preload.h"
 #include "platform/guarded.h"
 #include "platform/velmo_style.h"
 #include "startup/hand_off_files.h"
@@ -59,9 +58,7 @@ void Main(GlobalState& state, SettingsStore& settings, MessageBoxes& messages) {
 } // namespace velmo
 
 int main(int argc, char** argv) {
-    const velmo::FontPreload fontConfiguration(velmo::FontPreload::Part::Configuration);
     QApplication application(argc, argv);
-    const velmo::FontPreload fontFamilies(velmo::FontPreload::Part::Families);
     // Only now is the desktop's own style known.
     QApplication::setStyle(new velmo::VelmoStyle);
     // The windows' own loops end the program, not the last window that happens to be visible.
