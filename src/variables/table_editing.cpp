@@ -138,9 +138,10 @@ void TableEditing::BuildMenu() {
         AddAction(*edit, "VedtMnuEditCopy", QStringLiteral("コピー(&C)"), {}, &TableEditing::Copy);
     QAction* paste =
         AddAction(*edit, "VedtMnuEditPaste", QStringLiteral("貼り付け(&P)"), {}, &TableEditing::Paste);
-    cut->setShortcuts(QKeySequence::Cut);
-    copy->setShortcuts(QKeySequence::Copy);
-    paste->setShortcuts(QKeySequence::Paste);
+    // The usual ones, key by key: what a desktop adds to them may be a key of the table's own.
+    cut->setShortcuts({Qt::CTRL | Qt::Key_X, Qt::SHIFT | Qt::Key_Delete});
+    copy->setShortcuts({Qt::CTRL | Qt::Key_C, Qt::CTRL | Qt::Key_Insert});
+    paste->setShortcuts({Qt::CTRL | Qt::Key_V, Qt::SHIFT | Qt::Key_Insert});
     // The grid hears the key itself, so that it stays an editor's own while one is open.
     QAction* clear =
         AddAction(*edit, "VedtMnuEditClear", QStringLiteral("クリア(&L)\tDel"), {}, &TableEditing::Clear);

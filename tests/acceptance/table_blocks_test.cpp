@@ -57,6 +57,18 @@ TEST_F(TableBlocksTest, CutEmptiesTheCells) {
     EXPECT_FALSE(IsChanged());
 }
 
+TEST_F(TableBlocksTest, TheKeysOfOldDoTheSame) {
+    SelectBlock({1, 2}, {1, 3});
+    Run().Press("Ctrl+Insert");
+    EXPECT_EQ(Run().Clipboard(), QString("10\t50"));
+    Click({4, 2});
+    Run().Press("Shift+Insert");
+    EXPECT_EQ(Line(4), QString("M12 10 50"));
+    Run().Press("Shift+Delete");
+    EXPECT_EQ(Line(4), QString("M12  "));
+    EXPECT_EQ(Run().Clipboard(), QString("10\t50"));
+}
+
 TEST_F(TableBlocksTest, PasteTakesASpreadsheetsCells) {
     Run().SetClipboard("1\t2\r\n3\t\"4\"\r\n");
     Click({2, 2});
