@@ -176,6 +176,10 @@ QStringList VelmoRun::MenuEntries(const QString& menu) {
     return texts;
 }
 
+QJsonArray VelmoRun::Shortcuts(const QString& window) {
+    return Do({{"do", "shortcuts"}, {"window", window}}).toArray();
+}
+
 QStringList VelmoRun::ComboItems(const QString& combo) {
     return Strings(Do({{"do", "combo"}, {"name", combo}})["items"]);
 }

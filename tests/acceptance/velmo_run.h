@@ -71,6 +71,9 @@ public:
     QJsonObject Action(const QString& name);
     // The texts of a menu's entries, from top to bottom; greyed ones in parentheses.
     QStringList MenuEntries(const QString& menu);
+    // "key", "name", "scope" of all keys that a window listens to; any control may have the focus without a
+    // scope.
+    QJsonArray Shortcuts(const QString& window);
     QStringList ComboItems(const QString& combo);
 
     // rows, cols, texts, columnHeaders, rowHeaders, current, selection

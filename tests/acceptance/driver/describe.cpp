@@ -9,8 +9,10 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QMenu>
+#include <QMenuBar>
 #include <QMetaProperty>
 #include <QPushButton>
+#include <QShortcut>
 #include <QStatusBar>
 
 #include <algorithm>
@@ -162,6 +164,51 @@ QJsonArray DescribeMenu(const QString& menu) {
         entries.append(entry);
     }
     return entries;
+}
+
+QJsonArray DescribeShortcuts(const QWidget* window) {
+    QJsonArray shortcuts;
+    const auto add = [&shortcuts](const QKeySequence& key, const QString& name, const QString& scope) {
+        if (!key.isEmpty())
+            shortcuts.append(QJsonObject{
+                {"key", key.toString(QKeySequence::PortableText)}, {"name", name}, {"scope", scope}});
+    };
+    const auto isNarrow = [](Qt::ShortcutContext context) {
+        return context == Qt::WidgetShortcut || context == Qt::WidgetWithChildrenShortcut;
+    };
+    const QList<QWidget*> controls = window->findChildren<QWidget*>();
+    for (const QWidget* control : controls) {
+        if (control->window() != window)
+            continue;
+        if (const auto* button = qobject_cast<const QAbstractButton*>(control))
+            add(button->shortcut(), NearestName(button), {});
+        const auto* menuBar = qobject_cast<const QMenuBar*>(control);
+        const QList<QAction*> actions = control->actions();
+        for (const QAction* action : actions) {
+            // The letters in the menus themselves count only while these are open.
+            if (menuBar != nullptr && action->menu() != nullptr && action->isVisible())
+                add(QKeySequence::mnemonic(action->text()), action->menu()->objectName(), {});
+            if (isNarrow(action->shortcutContext()) && qobject_cast<const QMenu*>(control) == nullptr) {
+                for (const QKeySequence& key : action->shortcuts())
+                    add(key, action->text() + action->objectName(), NearestName(control));
+            }
+        }
+    }
+    const QList<QAction*> actions = window->findChildren<QAction*>();
+    for (const QAction* action : actions) {
+        if (!isNarrow(action->shortcutContext())) {
+            for (const QKeySequence& key : action->shortcuts())
+                add(key, action->text() + action->objectName(), {});
+        }
+    }
+    const QList<QShortcut*> others = window->findChildren<QShortcut*>();
+    for (const QShortcut* shortcut : others) {
+        const bool narrow = isNarrow(shortcut->context());
+        for (const QKeySequence& key : shortcut->keys())
+            add(key, "QShortcut",
+                narrow ? NearestName(qobject_cast<QWidget*>(shortcut->parent())) : QString());
+    }
+    return shortcuts;
 }
 
 QMessageBox* OpenBox() {

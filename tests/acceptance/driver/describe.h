@@ -20,6 +20,10 @@ QJsonObject DescribeAction(QAction* action);
 // Name, text and state of a menu's visible entries, from top to bottom, without the lines between them.
 QJsonArray DescribeMenu(const QString& menu);
 
+// All keys that a window listens to: "key", "name" of what they do, and "scope", the control that must have
+// the focus for it; empty when any may.
+QJsonArray DescribeShortcuts(const QWidget* window);
+
 // The message box that the user has in front; null when there is none.
 QMessageBox* OpenBox();
 // Its texts and buttons, and a number that tells it from every other box of this run.

@@ -89,6 +89,11 @@ void TestDriver::RunNext() {
         return;
     }
     activating_ = false;
+    if (MustWait()) {
+        posted_ = true;
+        QTimer::singleShot(1, this, &TestDriver::RunNext);
+        return;
+    }
     const Step step = std::move(steps_.front());
     steps_.pop_front();
     // The step may not return before a window that it opens is closed: the next one must already be on its
@@ -99,6 +104,17 @@ void TestDriver::RunNext() {
     } catch (const DriverError& error) {
         lateError_ = error.what();
     }
+}
+
+bool TestDriver::MustWait() {
+    constexpr int longest = 10000; // Milliseconds.
+    if (!input_.AwaitsWindowManager()) {
+        windowDue_.reset();
+        return false;
+    }
+    if (!windowDue_)
+        windowDue_ = QDeadlineTimer(longest);
+    return !windowDue_->hasExpired();
 }
 
 void TestDriver::RunCommand(const QJsonObject& command) {
@@ -160,6 +176,8 @@ QJsonValue TestDriver::Ask(const QString& verb, const QJsonObject& command) cons
         return DescribeAction(FindAction(name));
     if (verb == "menu")
         return DescribeMenu(name);
+    if (verb == "shortcuts")
+        return DescribeShortcuts(FindWindow(window));
     if (verb == "menuPath")
         return QJsonArray::fromStringList(MenuPath(FindAction(name)));
     if (verb == "clipboard")

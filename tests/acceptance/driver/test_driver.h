@@ -2,10 +2,12 @@
 
 #include "user_input.h"
 
+#include <QDeadlineTimer>
 #include <QJsonObject>
 #include <QLocalSocket>
 
 #include <deque>
+#include <optional>
 
 namespace velmo::driver {
 
@@ -30,6 +32,8 @@ private:
     void ReadCommands();
     void PostNext();
     void RunNext();
+    // Whether the next step has to wait for a window manager, which gets so long at most.
+    bool MustWait();
     void RunCommand(const QJsonObject& command);
     Outcome Execute(const QJsonObject& command);
     QJsonValue Ask(const QString& verb, const QJsonObject& command) const;
@@ -41,6 +45,7 @@ private:
     std::deque<Step> steps_;
     bool posted_ = false;
     bool activating_ = false;
+    std::optional<QDeadlineTimer> windowDue_;
     QString lateError_;
 };
 

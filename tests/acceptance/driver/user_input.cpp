@@ -123,6 +123,24 @@ bool UserInput::ActivateSomeWindow() {
     return true;
 }
 
+bool UserInput::AwaitsWindowManager() const {
+    if (!HasWindowManager() || QApplication::activePopupWidget() != nullptr)
+        return false;
+    const QWindow* focus = QGuiApplication::focusWindow();
+    const QWidget* modal = QApplication::activeModalWidget();
+    if (modal == nullptr || !modal->isVisible()) {
+        const QList<QWidget*> windows = VisibleWindows();
+        return focus == nullptr && std::any_of(windows.begin(), windows.end(), [](const QWidget* window) {
+                   return window->windowType() != Qt::ToolTip && !window->isMinimized();
+               });
+    }
+    // The window manager does not see this input, and may take what it leads to for a window that nobody
+    // asked for.
+    if (modal->windowHandle()->isExposed() && focus != modal->windowHandle())
+        modal->windowHandle()->requestActivate();
+    return focus != modal->windowHandle();
+}
+
 void UserInput::SendMouse(const QPointer<QWidget>& widget, const QPoint& pos, QEvent::Type type,
                           Qt::MouseButton button, Qt::KeyboardModifiers modifiers) {
     if (widget == nullptr || widget->window()->windowHandle() == nullptr) {

@@ -39,6 +39,8 @@ public:
 
     // Whether the active window was gone and another one has just been asked to take its place.
     bool ActivateSomeWindow();
+    // Whether a window manager still has to make the window active that the user is to go on in.
+    bool AwaitsWindowManager() const;
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
