@@ -1,4 +1,4 @@
-#include "platform/files.h"
+#include "platform/save_file.h"
 #include "platform/runtime_error.h"
 #include "slide_generator/slide_jobs.h"
 #include "slide_generator/slide_picture.h"

@@ -2,6 +2,7 @@
 
 #include "platform/files.h"
 #include "platform/runtime_error.h"
+#include "platform/save_file.h"
 
 #include <QFile>
 #include <QFileInfo>

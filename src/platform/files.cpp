@@ -1,17 +1,21 @@
 #include "platform/files.h"
 
 #include "platform/runtime_error.h"
-#include "platform/work_file.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
+#include <QLocale>
 
 #include <cerrno>
 #include <filesystem>
 #include <functional>
-#include <memory>
+
+#ifndef Q_OS_WIN
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#endif
 
 namespace velmo {
 
@@ -19,7 +23,7 @@ namespace {
 
 #ifndef Q_OS_WIN
 // Tells the names in a folder (native path) in the order in which the file system gives them, until one is
-// the last to be told.
+// the last to be told. A folder that is missing or not to be read has none.
 void ReadNames(const QString& folder, const std::function<bool(const QString& name)>& isLast) {
     const QByteArray path = QFile::encodeName(folder.isEmpty() ? QStringLiteral(".") : folder);
     std::error_code failed;
@@ -28,6 +32,9 @@ void ReadNames(const QString& folder, const std::function<bool(const QString& na
         if (isLast(QFile::decodeName(entry->path().filename().string().c_str())))
             return;
     }
+    // What a failing disk does not tell is not known to be missing.
+    if (failed == std::errc::io_error)
+        throw RuntimeError(ErrorNumber::DeviceIo).InFile(folder);
 }
 
 QString FindIgnoringCase(const QString& folder, const QString& name) {
@@ -61,19 +68,6 @@ QString SpelledAsFound(const QString& stored, const Find& find) {
 }
 #endif
 
-// The finished work file, which does not count before it is committed.
-std::unique_ptr<QSaveFile> WriteBeside(const QString& stored, const QByteArray& bytes) {
-    auto file = std::make_unique<QSaveFile>(NativePath(stored));
-    errno = 0;
-    if (!file->open(QIODevice::WriteOnly))
-        ThrowCannotWrite(stored, errno);
-    errno = 0;
-    // The file's own buffer hides a full disk until it is flushed.
-    if (file->write(bytes) != bytes.size() || !file->flush())
-        ThrowCannotWrite(stored, errno);
-    return file;
-}
-
 // Puts a file (native paths) in the place of another.
 std::error_code Rename(const QString& from, const QString& to) {
     std::error_code failed;
@@ -82,10 +76,11 @@ std::error_code Rename(const QString& from, const QString& to) {
     return failed;
 }
 
-// What a symbolic link leads to; other paths, and links to nothing, are themselves.
-QString FollowLink(const QString& path) {
-    const QFileInfo info(path);
-    return info.isSymLink() && info.exists() ? info.canonicalFilePath() : path;
+const QString NoRegularFile = QStringLiteral("通常のファイルではありません。");
+
+// A pipe, a socket or a device.
+bool IsNoRegularFile(const QFileInfo& info) {
+    return info.exists() && !info.isFile() && !info.isDir();
 }
 
 } // namespace
@@ -138,65 +133,70 @@ void DeleteFileIfAny(const QString& stored) {
         DeleteFile(stored);
 }
 
-void ReplaceFile(const QString& stored, const QByteArray& bytes) {
-    ReplaceFiles({{stored, bytes}});
-}
-
-void ReplaceFiles(const std::vector<FileReplacement>& files) {
-    std::vector<std::unique_ptr<QSaveFile>> written;
-    written.reserve(files.size());
-    for (const FileReplacement& file : files)
-        written.push_back(WriteBeside(file.path, file.bytes));
-    for (size_t i = 0; i < files.size(); ++i) {
-        errno = 0;
-        if (!written[i]->commit())
-            ThrowCannotWrite(files[i].path, errno);
-    }
-}
-
-bool ReplaceFileThrough(const QString& work, const QString& stored, const QByteArray& bytes) {
-    const QString target = FollowLink(NativePath(stored));
-    if (FileExists(stored)) {
-        // A write-protected file is not to be replaced, even where its folder would let it be.
-        QFile old(target);
-        errno = 0;
-        if (!old.open(QIODevice::ReadWrite | QIODevice::ExistingOnly))
-            ThrowCannotWrite(stored, errno);
-    }
-    WorkFile file(NativePath(work));
-    if (!file.IsOpen())
-        return false;
-    file.TakePermissions(target);
-    errno = 0;
-    if (!file.Write(bytes) || !file.Finish())
-        ThrowCannotWrite(stored, errno);
-    const std::error_code failed = Rename(file.Path(), target);
-    if (!failed)
-        file.Renamed(target);
-    else if (failed == std::errc::cross_device_link)
-        ReplaceFile(stored, bytes);
-    else
-        ThrowCannotWrite(stored, failed.value());
-    return true;
-}
-
 void RenameOver(const QString& from, const QString& to) {
     if (Rename(NativePath(from), NativePath(to)))
         throw RuntimeError(ErrorNumber::PathFileAccess).InFile(to);
 }
 
+bool OpenRegularFile(QFile& file, QIODevice::OpenMode mode) {
+    errno = 0;
+#ifdef Q_OS_WIN
+    if (!QFileInfo(file.fileName()).isFile())
+        errno = EINVAL;
+    return errno == 0 && file.open(mode | QIODevice::ExistingOnly);
+#else
+    // A pipe would otherwise wait for its other end.
+    int flags = O_NONBLOCK | O_CLOEXEC;
+    flags |= !(mode & QIODevice::WriteOnly) ? O_RDONLY : (mode & QIODevice::ReadOnly) ? O_RDWR : O_WRONLY;
+    const int handle = ::open(QFile::encodeName(file.fileName()).constData(), flags);
+    if (handle < 0)
+        return false;
+    struct stat opened {};
+    if (::fstat(handle, &opened) == 0 && !S_ISREG(opened.st_mode))
+        errno = EINVAL;
+    if (errno == 0 && file.open(handle, mode, QFileDevice::AutoCloseHandle))
+        return true;
+    const int failure = errno;
+    ::close(handle);
+    errno = failure;
+    return false;
+#endif
+}
+
+QByteArray ReadWholeFile(const QString& stored, qint64 most) {
+    QFile file(NativePath(stored));
+    if (stored.isEmpty() || !OpenRegularFile(file, QIODevice::ReadOnly))
+        ThrowCannotOpen(stored);
+    if (file.size() > most)
+        throw RuntimeError(ErrorNumber::PathFileAccess,
+                           QStringLiteral("ファイルが大きすぎます (%1 バイトまで)。")
+                               .arg(QLocale(QLocale::Japanese).toString(most)))
+            .InFile(stored);
+    QByteArray bytes = file.read(file.size());
+    if (file.error() != QFileDevice::NoError)
+        throw RuntimeError(ErrorNumber::DeviceIo).InFile(stored);
+    return bytes;
+}
+
 void ThrowCannotWrite(const QString& stored, int systemError) {
     const QFileInfo info(NativePath(stored));
     ErrorNumber number = ErrorNumber::PathFileAccess;
-    if (systemError == ENOSPC || systemError == EFBIG)
+    if (systemError == ENOSPC || systemError == EFBIG || systemError == EDQUOT)
         number = ErrorNumber::DiskFull;
     else if (systemError == EIO)
         number = ErrorNumber::DeviceIo;
     else if (!info.dir().exists())
         number = ErrorNumber::PathNotFound;
+    else if (IsNoRegularFile(info) || systemError == EWOULDBLOCK)
+        number = ErrorNumber::PathFileAccess;
     else if (!info.isDir())
         number = ErrorNumber::PermissionDenied;
-    throw RuntimeError(number).InFile(stored);
+    QString detail;
+    if (IsNoRegularFile(info))
+        detail = NoRegularFile;
+    else if (systemError == EWOULDBLOCK)
+        detail = QStringLiteral("ほかのプログラムが書き込んでいます。");
+    throw RuntimeError(number, detail).InFile(stored);
 }
 
 void ThrowCannotOpen(const QString& stored) {
@@ -205,7 +205,8 @@ void ThrowCannotOpen(const QString& stored) {
         throw RuntimeError(ErrorNumber::FileNotFound).InFile(stored);
     if (!info.exists())
         throw RuntimeError(ErrorNumber::PathNotFound).InFile(stored);
-    throw RuntimeError(ErrorNumber::PathFileAccess).InFile(stored);
+    throw RuntimeError(ErrorNumber::PathFileAccess, IsNoRegularFile(info) ? NoRegularFile : QString())
+        .InFile(stored);
 }
 
 } // namespace velmo

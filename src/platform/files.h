@@ -1,11 +1,13 @@
 #pragma once
 
 #include <QByteArray>
+#include <QIODevice>
 #include <QString>
 
 #include <map>
 #include <set>
-#include <vector>
+
+class QFile;
 
 namespace velmo {
 
@@ -13,7 +15,8 @@ namespace velmo {
 // system. Only the functions of this file turn them into paths of the operating system.
 
 // The operating system's path of a stored path. On a case-sensitive file system each part that does not exist
-// as spelled is looked up without regard to case; what is not found at all stays as spelled.
+// as spelled is looked up without regard to case; what is not found at all stays as spelled. Throws 57 when
+// the disk fails.
 QString NativePath(const QString& stored);
 
 // Finds many paths as NativePath does but reads each folder only once: a file that is made meanwhile may be
@@ -45,31 +48,20 @@ void DeleteFile(const QString& stored);
 // Deletes the file if there is one. Throws 70 when it cannot be deleted.
 void DeleteFileIfAny(const QString& stored);
 
-// Puts bytes in the place of the file in one step: written beside it, synced, renamed. Throws 76 when the
-// folder is missing, 61 when the disk is full, 57, 70 or 75 when it cannot be written; the old file then
-// stays as it was.
-void ReplaceFile(const QString& stored, const QByteArray& bytes);
-
-// The same by way of a work file (stored path) in the same folder; one that a killed run left is overwritten,
-// and none stays behind an error. The permissions of the old file stay, and what is a symbolic link still is
-// one. False when the work file cannot be created; nothing has changed then.
-[[nodiscard]] bool ReplaceFileThrough(const QString& work, const QString& stored, const QByteArray& bytes);
-
-// A file (stored path) and what it is to hold.
-struct FileReplacement {
-    QString path;
-    QByteArray bytes;
-};
-
-// Replaces several files as ReplaceFile does; none takes its place before all are written.
-void ReplaceFiles(const std::vector<FileReplacement>& files);
-
 // Gives a finished file (stored path "from") the name of another in one step, over an old one of that name.
 // Throws 75 when that fails.
 void RenameOver(const QString& from, const QString& to);
 
 // The file (stored path) could not be written: the error that says why. systemError: errno after the failure.
 [[noreturn]] void ThrowCannotWrite(const QString& stored, int systemError);
+
+// Opens an existing regular file (its name is the operating system's). Folders, pipes and devices are refused
+// without waiting for them. False, with the reason in errno, when it cannot be opened.
+bool OpenRegularFile(QFile& file, QIODevice::OpenMode mode);
+
+// The whole of a file. Throws 53, 75 or 76 when it cannot be opened, 57 when reading fails, 75 when it is no
+// regular file or has more bytes than most.
+QByteArray ReadWholeFile(const QString& stored, qint64 most);
 
 // Opens failed: the error that says why the file could not be opened for reading.
 [[noreturn]] void ThrowCannotOpen(const QString& stored);

@@ -1,15 +1,20 @@
 #include "platform/plain_settings.h"
 
-#include <QHash>
-#include <QIODevice>
+#include "platform/files.h"
+#include "platform/runtime_error.h"
+#include "platform/save_file.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+#include <cerrno>
 
 namespace velmo {
 
 namespace {
 
-// The file as it was read travels along under a key that no file can hold (it has a line break).
-const QString WholeFile = QStringLiteral("\nfile");
-const QString Section = QStringLiteral("Settings/");
+// A file of settings that is larger is something else.
+constexpr qint64 LargestFile = 16'777'216;
 
 struct Line {
     QByteArray bytes;
@@ -18,6 +23,14 @@ struct Line {
     QString key;
     QString value;
 };
+
+bool IsSection(QByteArrayView line) {
+    return line.startsWith('[');
+}
+
+bool IsOurSection(const QByteArray& line) {
+    return line.trimmed() == "[Settings]";
+}
 
 QList<Line> TakeApart(const QByteArray& file) {
     QList<Line> lines;
@@ -36,8 +49,8 @@ QList<Line> TakeApart(const QByteArray& file) {
             line.lineBreak.prepend('\r');
         }
         const qsizetype equals = line.bytes.indexOf('=');
-        if (line.bytes.startsWith('[')) {
-            ours = line.bytes.trimmed() == "[Settings]";
+        if (IsSection(line.bytes)) {
+            ours = IsOurSection(line.bytes);
         } else if (ours && equals > 0) {
             line.key = QString::fromUtf8(line.bytes.first(equals));
             line.value = QString::fromUtf8(line.bytes.sliced(equals + 1));
@@ -47,9 +60,8 @@ QList<Line> TakeApart(const QByteArray& file) {
     return lines;
 }
 
-// What the file says about each key; of a key that stands there twice the last line holds.
-QHash<QString, QString> ValuesIn(const QList<Line>& lines) {
-    QHash<QString, QString> values;
+SettingsValues ValuesIn(const QList<Line>& lines) {
+    SettingsValues values;
     for (const Line& line : lines) {
         if (!line.key.isEmpty())
             values.insert(line.key, line.value);
@@ -61,65 +73,95 @@ QByteArray Written(const QString& key, const QString& value) {
     return key.toUtf8() + '=' + value.toUtf8();
 }
 
+// The changed file, finished beside the old one.
+class PlainChange : public SettingsChange {
+public:
+    explicit PlainChange(const QString& path) : file_(path) {}
+
+    void Write(const QByteArray& bytes) { file_.Write(bytes); }
+    void Commit() override { file_.Commit(); }
+
+private:
+    SaveFile file_;
+};
+
+// What is in the file already needs no saving.
+class NoChange : public SettingsChange {
+public:
+    void Commit() override {}
+};
+
 } // namespace
 
-bool ReadPlainSettings(QIODevice& device, QSettings::SettingsMap& map) {
-    const QByteArray file = device.readAll();
-    map.insert(WholeFile, file);
-    for (const Line& line : TakeApart(file)) {
-        if (!line.key.isEmpty())
-            map.insert(Section + line.key, line.value);
-    }
-    return true;
+SettingsValues ReadPlainSettings(const QByteArray& file) {
+    return ValuesIn(TakeApart(file));
 }
 
-bool WritePlainSettings(QIODevice& device, const QSettings::SettingsMap& map) {
-    const QList<Line> lines = TakeApart(map.value(WholeFile).toByteArray());
-    const QHash<QString, QString> before = ValuesIn(lines);
-    QByteArray file; // up to the last line of our section that holds something
+QByteArray WithPlainSettings(const QByteArray& file, const SettingsValues& changes) {
+    const QList<Line> lines = TakeApart(file);
+    const SettingsValues before = ValuesIn(lines);
+    QByteArray changed; // up to the last line of our section that holds something
     QByteArray after;
     bool ours = false;
     bool found = false;
     for (Line line : lines) {
-        if (line.bytes.startsWith('[')) {
-            ours = line.bytes.trimmed() == "[Settings]";
+        if (IsSection(line.bytes)) {
+            ours = IsOurSection(line.bytes);
             found = found || ours;
         }
-        if (!line.key.isEmpty()) {
-            // Only what was changed is written anew; the bytes of the rest may be no text at all.
-            const QString value = map.value(Section + line.key).toString();
-            if (value != before.value(line.key))
-                line.bytes = Written(line.key, value);
-        }
+        // Only what was changed is written anew; the bytes of the rest may be no text at all.
+        const auto value = changes.constFind(line.key);
+        if (!line.key.isEmpty() && value != changes.cend() && *value != before.value(line.key))
+            line.bytes = Written(line.key, *value);
         after += line.bytes + line.lineBreak;
         if (ours && !line.bytes.trimmed().isEmpty()) {
-            file += after;
+            changed += after;
             after.clear();
         }
     }
     if (!found) {
-        file += after;
+        changed += after;
         after.clear();
-        if (!file.isEmpty() && !file.endsWith('\n'))
-            file += '\n';
-        file += "[Settings]\n";
+        if (!changed.isEmpty() && !changed.endsWith('\n'))
+            changed += '\n';
+        changed += "[Settings]\n";
     }
-    for (auto entry = map.begin(); entry != map.end(); ++entry) {
-        if (!entry.key().startsWith(Section) || before.contains(entry.key().sliced(Section.size())))
+    for (auto entry = changes.begin(); entry != changes.end(); ++entry) {
+        if (before.contains(entry.key()))
             continue;
-        if (!file.endsWith('\n'))
-            file += '\n';
-        file += Written(entry.key().sliced(Section.size()), entry.value().toString()) + '\n';
+        if (!changed.endsWith('\n'))
+            changed += '\n';
+        changed += Written(entry.key(), *entry) + '\n';
     }
-    file += after;
-    return device.write(file) == file.size();
+    return changed + after;
 }
 
-QSettings::Format PlainSettingsFormat() {
-    // A process has room for few formats: registered once.
-    static const QSettings::Format format = QSettings::registerFormat(
-        QStringLiteral("ini"), ReadPlainSettings, WritePlainSettings, Qt::CaseSensitive);
-    return format;
+// A missing file is an empty one; one that cannot be read, or found out about, is not.
+QByteArray PlainSettings::Bytes() const {
+    QFile file(path_);
+    if (OpenRegularFile(file, QIODevice::ReadOnly))
+        return ReadWholeFile(path_, LargestFile);
+    if (errno == ENOENT)
+        return {};
+    if (QFileInfo::exists(path_))
+        ThrowCannotOpen(path_);
+    throw RuntimeError(ErrorNumber::PathFileAccess).InFile(path_);
+}
+
+SettingsValues PlainSettings::Read() const {
+    return ReadPlainSettings(Bytes());
+}
+
+std::unique_ptr<SettingsChange> PlainSettings::Prepare(const SettingsValues& changes) {
+    QDir().mkpath(QFileInfo(path_).path());
+    // What others save meanwhile must be in the file before it is read, or wait.
+    auto change = std::make_unique<PlainChange>(path_);
+    const QByteArray before = Bytes();
+    const QByteArray after = WithPlainSettings(before, changes);
+    if (after == before)
+        return std::make_unique<NoChange>();
+    change->Write(after);
+    return change;
 }
 
 } // namespace velmo

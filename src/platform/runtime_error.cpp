@@ -10,10 +10,14 @@ QString Meaning(ErrorNumber number) {
         return QStringLiteral("プロシージャの呼び出し、または引数が不正です。");
     case ErrorNumber::Overflow:
         return QStringLiteral("オーバーフローしました。");
+    case ErrorNumber::OutOfMemory:
+        return QStringLiteral("メモリが不足しています。");
     case ErrorNumber::SubscriptOutOfRange:
         return QStringLiteral("インデックスが有効範囲にありません。");
     case ErrorNumber::TypeMismatch:
         return QStringLiteral("型が一致しません。");
+    case ErrorNumber::Internal:
+        return QStringLiteral("内部エラーが発生しました。");
     case ErrorNumber::FileNotFound:
         return QStringLiteral("ファイルが見つかりません。");
     case ErrorNumber::DeviceIo:

@@ -3,6 +3,7 @@
 #include <QString>
 
 #include <exception>
+#include <utility>
 
 namespace velmo {
 
@@ -10,8 +11,10 @@ namespace velmo {
 enum class ErrorNumber {
     InvalidArgument = 5,
     Overflow = 6,
+    OutOfMemory = 7,
     SubscriptOutOfRange = 9,
     TypeMismatch = 13,
+    Internal = 51,
     FileNotFound = 53,
     DeviceIo = 57,
     DiskFull = 61,
@@ -63,6 +66,16 @@ private:
     QString field_;
     bool fatal_ = false;
 };
+
+// Runs an action that the program does not survive the failure of.
+template <typename Action>
+void EndProgramOnError(Action&& action) {
+    try {
+        std::forward<Action>(action)();
+    } catch (RuntimeError& error) {
+        throw error.EndsProgram();
+    }
+}
 
 // The Japanese text of an error: number, what it means, then file, line and field as far as they are known.
 QString ErrorText(const RuntimeError& error);

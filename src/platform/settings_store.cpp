@@ -4,7 +4,11 @@
 #include "platform/plain_settings.h"
 #include "platform/runtime_error.h"
 
+#ifdef Q_OS_WIN
+#include "platform/registry_settings.h"
+#else
 #include <QStandardPaths>
+#endif
 
 #include <utility>
 
@@ -12,36 +16,33 @@ namespace velmo {
 
 namespace {
 
-QString UserStore() {
+std::unique_ptr<SettingsBackend> UserStore() {
 #ifdef Q_OS_WIN
-    return QStringLiteral("HKEY_CURRENT_USER\\Software\\VB and VBA Program Settings\\Kestova2019\\Velmo2");
+    return std::make_unique<RegistrySettings>(
+        QStringLiteral("HKEY_CURRENT_USER\\Software\\VB and VBA Program Settings\\Kestova2019\\Velmo2"));
 #else
-    return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
-           QStringLiteral("/Kestova2019/Velmo2.ini");
+    return std::make_unique<PlainSettings>(
+        QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
+        QStringLiteral("/Kestova2019/Velmo2.ini"));
 #endif
-}
-
-QSettings::Format StoreFormat() {
-#ifdef Q_OS_WIN
-    return QSettings::NativeFormat;
-#else
-    return PlainSettingsFormat();
-#endif
-}
-
-QString StoreKey(const QString& key) {
-    return QStringLiteral("Settings/") + key;
 }
 
 } // namespace
 
-SettingsStore::SettingsStore() : settings_(UserStore(), StoreFormat()) {}
+SettingsStore::SettingsStore() : backend_(UserStore()) {}
 
-SettingsStore::SettingsStore(const QString& nativePath) : settings_(nativePath, PlainSettingsFormat()) {}
+SettingsStore::SettingsStore(const QString& nativePath)
+    : backend_(std::make_unique<PlainSettings>(nativePath)) {}
+
+SettingsValues& SettingsStore::Values() const {
+    if (!values_)
+        values_ = backend_->Read();
+    return *values_;
+}
 
 QString SettingsStore::Get(const QString& key, const QString& fallback) const {
     const auto pending = pending_.constFind(key);
-    return pending != pending_.constEnd() ? *pending : settings_.value(StoreKey(key), fallback).toString();
+    return pending != pending_.constEnd() ? *pending : Values().value(key, fallback);
 }
 
 std::int16_t SettingsStore::GetInteger(const QString& key, std::int16_t fallback) const {
@@ -49,7 +50,7 @@ std::int16_t SettingsStore::GetInteger(const QString& key, std::int16_t fallback
     try {
         return text.isEmpty() ? fallback : ToInteger(text);
     } catch (RuntimeError& error) {
-        throw error.InFile(settings_.fileName()).InField(key);
+        throw error.InFile(backend_->Name()).InField(key);
     }
 }
 
@@ -58,38 +59,29 @@ double SettingsStore::GetNumber(const QString& key, double fallback) const {
     try {
         return text.isEmpty() ? fallback : ToNumber(text);
     } catch (RuntimeError& error) {
-        throw error.InFile(settings_.fileName()).InField(key);
+        throw error.InFile(backend_->Name()).InField(key);
     }
 }
 
 void SettingsStore::Save(const QString& key, const QString& value) {
     if (value.contains(u'\n') || value.contains(u'\r'))
-        throw RuntimeError(ErrorNumber::InvalidArgument).InFile(settings_.fileName()).InField(key);
+        throw RuntimeError(ErrorNumber::InvalidArgument).InFile(backend_->Name()).InField(key);
     pending_.insert(key, value);
 }
 
 void SettingsStore::Flush() {
-    const QMap<QString, QString> saved = std::exchange(pending_, {});
-    // The error of such an object is never taken back, so each flush has its own.
-    QSettings writer(settings_.fileName(), settings_.format());
-    QMap<QString, QVariant> before;
-    for (auto entry = saved.begin(); entry != saved.end(); ++entry) {
-        const QString key = StoreKey(entry.key());
-        before.insert(key, writer.value(key));
-        writer.setValue(key, entry.value());
-    }
-    writer.sync();
-    if (writer.status() == QSettings::NoError)
-        return;
-    // Objects of one file share what is not written yet: taken back, or the next one would write it after
-    // all.
-    for (auto entry = before.begin(); entry != before.end(); ++entry) {
-        if (entry->isValid())
-            writer.setValue(entry.key(), *entry);
-        else
-            writer.remove(entry.key());
-    }
-    throw RuntimeError(ErrorNumber::PathFileAccess).InFile(settings_.fileName());
+    FlushAround([] {});
+}
+
+std::unique_ptr<SettingsChange> SettingsStore::Prepare() {
+    flushing_ = std::exchange(pending_, {});
+    return backend_->Prepare(flushing_);
+}
+
+void SettingsStore::Commit(SettingsChange& change) {
+    change.Commit();
+    SettingsValues& values = Values();
+    values.insert(std::exchange(flushing_, {}));
 }
 
 } // namespace velmo

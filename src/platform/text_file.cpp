@@ -3,7 +3,7 @@
 #include "platform/files.h"
 #include "platform/runtime_error.h"
 
-#include <QFileInfo>
+#include <QLocale>
 
 namespace velmo {
 
@@ -14,8 +14,7 @@ constexpr qsizetype ChunkBytes = 65'536;
 } // namespace
 
 TextReader::TextReader(const QString& path) : path_(path), file_(NativePath(path)) {
-    if (path.isEmpty() || QFileInfo(file_.fileName()).isDir() ||
-        !file_.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
+    if (path.isEmpty() || !OpenRegularFile(file_, QIODevice::ReadOnly | QIODevice::Unbuffered))
         ThrowCannotOpen(path);
 }
 
@@ -40,6 +39,13 @@ bool TextReader::AtEnd() {
     return at_ == buffer_.size() && !Fill();
 }
 
+void TextReader::ThrowTooLong() const {
+    throw RuntimeError(ErrorNumber::Overflow, QStringLiteral("1 行が長すぎます (%1 バイトまで)。")
+                                                  .arg(QLocale(QLocale::Japanese).toString(LongestLine)))
+        .InFile(path_)
+        .AtLine(lineNumber_ + 1);
+}
+
 QString TextReader::ReadLine() {
     return decoder_.Decode(ReadBytes());
 }
@@ -52,6 +58,8 @@ QByteArrayView TextReader::ReadBytes() {
         while (at_ + length < buffer_.size() && buffer_[at_ + length] != '\r' &&
                buffer_[at_ + length] != '\n')
             ++length;
+        if (length > LongestLine)
+            ThrowTooLong();
         const bool complete = at_ + length + 1 < buffer_.size() ||
                               (at_ + length < buffer_.size() && buffer_[at_ + length] == '\n');
         if (complete || !Fill())

@@ -1,20 +1,24 @@
 #pragma once
 
 #include "platform/code_page.h"
-#include "platform/files.h"
+#include "platform/save_file.h"
 
 #include <QFile>
 
 namespace velmo {
 
+// The longest line that is read, in bytes without its line break.
+inline constexpr qsizetype LongestLine = 1'048'576;
+
 // Reads a text file in code page 932 line by line. A line ends at CR LF, LF or CR, or at the end of the file.
 class TextReader {
 public:
-    // path is a stored path. Throws 53, 75 or 76 when the file cannot be opened.
+    // path is a stored path. Throws 53, 75 or 76 when the file cannot be opened or is no regular file.
     explicit TextReader(const QString& path);
 
     bool AtEnd();
-    // The next line without its line break. Throws 62 at the end of the file, 57 when reading fails.
+    // The next line without its line break. Throws 62 at the end of the file, 57 when reading fails, 6 when
+    // the line is longer than LongestLine.
     QString ReadLine();
     // The bytes of the next line instead, good until the reader is used again.
     QByteArrayView ReadBytes();
@@ -27,6 +31,7 @@ public:
 
 private:
     bool Fill();
+    [[noreturn]] void ThrowTooLong() const;
 
     QString path_;
     QFile file_;

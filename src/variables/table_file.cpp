@@ -3,6 +3,7 @@
 #include "platform/code_page.h"
 #include "platform/files.h"
 #include "platform/runtime_error.h"
+#include "platform/save_file.h"
 #include "variables/dimension_table.h"
 #include "variables/table_fault.h"
 

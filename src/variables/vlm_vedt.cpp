@@ -20,20 +20,6 @@ namespace velmo {
 
 namespace keys = settings_keys;
 
-namespace {
-
-// What the program does not survive.
-template <typename Action>
-void EndProgramOnError(Action&& action) {
-    try {
-        std::forward<Action>(action)();
-    } catch (RuntimeError& error) {
-        throw error.EndsProgram();
-    }
-}
-
-} // namespace
-
 VLM_VEDT::VLM_VEDT(GlobalState& state, SettingsStore& settings, MessageBoxes& messages)
     : state_(state), settings_(settings), messages_(messages) {
     setObjectName(QStringLiteral("VLM_VEDT"));
@@ -291,17 +277,10 @@ bool VLM_VEDT::MayAnswer() {
     return CheckVariableGrid() && CheckCharacters() && (!tableChanged || editing_->CheckCharacters());
 }
 
+// The answer files stay as they were when the settings, with all that was saved in them before, find no room.
 void VLM_VEDT::GiveAnswer() {
-    EndProgramOnError([this] { WriteAnswer(state_, variables_); });
     SaveCurrentValues(state_, settings_, variables_);
-    settings_.Flush();
-}
-
-// Everything is on disk before the window says that a selection was handed back.
-void VLM_VEDT::FinishAnswer() {
-    SaveLastChoice(state_, settings_);
-    settings_.Flush();
-    state_.Confirmed = true;
+    settings_.FlushAround([this] { EndProgramOnError([this] { WriteAnswer(state_, variables_); }); });
 }
 
 void VLM_VEDT::Leave() {
@@ -312,10 +291,18 @@ void VLM_VEDT::Leave() {
 void VLM_VEDT::Confirm() {
     if (!MayAnswer())
         return;
+    const bool savesTable = editing_ && editing_->IsChanged();
+    if (!savesTable)
+        SaveLastChoice(state_, settings_);
     GiveAnswer();
-    if (editing_ && editing_->IsChanged() && !editing_->Save())
-        return;
-    FinishAnswer();
+    if (savesTable) {
+        if (!editing_->Save())
+            return;
+        SaveLastChoice(state_, settings_);
+        settings_.Flush();
+    }
+    // Everything is on disk before the window says that a selection was handed back.
+    state_.Confirmed = true;
     DeleteFileIfAny(WorkDatabasePath(state_.TempDir));
     Leave();
 }
@@ -323,10 +310,11 @@ void VLM_VEDT::Confirm() {
 void VLM_VEDT::Measure() {
     if (!MayAnswer())
         return;
-    GiveAnswer();
     settings_.Save(keys::VlmMode, run_mode::ReturnFromMeasure);
     settings_.Save(keys::DistNo, qMax(1, ui_.Vedt_NowFGrid->Row()));
-    FinishAnswer();
+    SaveLastChoice(state_, settings_);
+    GiveAnswer();
+    state_.Confirmed = true;
     Leave();
 }
 

@@ -60,7 +60,6 @@ private:
     bool CheckCharacters();
     bool MayAnswer();
     void GiveAnswer();
-    void FinishAnswer();
     void Leave();
     void Confirm();
     void Measure();

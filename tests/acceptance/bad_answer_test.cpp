@@ -1,4 +1,5 @@
 #include "acceptance_test.h"
+#include "support/small_disk.h"
 
 #include <QDir>
 #include <QFile>
@@ -8,6 +9,7 @@
 
 #ifdef Q_OS_UNIX
 #include <sys/resource.h>
+#include <sys/stat.h>
 #endif
 
 namespace velmo {
@@ -159,16 +161,19 @@ void LimitFileSize() {
 }
 
 TEST_F(BadAnswerTest, TheDiskIsFull) {
+    const SmallDisk disk(session_.Exchange(), mostBytes);
+    if (!disk.IsThere())
+        GTEST_SKIP() << "no disk can be mounted here";
     // The values go into the answer only, and not into the work database.
     const QString value(mostBytes / 2, '1');
     session_.WriteHomeLines("SMB\\BOLT\\EYE.TXT",
                             {"$VAR", R"(V1=PRO("d",)" + value, R"(V2=PRO("e",)" + value, "$GEO"});
+    session_.WriteExchangeLines("velmo.ret", {"1", "V1(d)", "7"});
     session_.WriteExchangeLines("velmo.ret2", {session_.HomeDir() + "SMB\\BOLT\\EYE.TXT", "TOLVIKS"});
     const QByteArray choice = session_.ReadExchange("velmo.ret2");
     session_.Set("VlmNxt", "1");
     settings_ = session_.SettingsFile();
-    StartChanged(LimitFileSize);
-    Run().WaitForWindow("VLM_VEDT");
+    StartWith("VLM_VEDT");
     Run().Click("Vedt_OKBtn");
     ExpectError({"61", session_.TempDir() + "velmo.ret"});
     EXPECT_EQ(End(), 1);
@@ -176,6 +181,42 @@ TEST_F(BadAnswerTest, TheDiskIsFull) {
     EXPECT_EQ(session_.ReadExchange("velmo.ret2"), choice);
     ExpectNoWorkFiles({"VELMONOW.mdb", "velmo.ret", "velmo.ret2"});
     ExpectNothingSaved();
+}
+
+TEST_F(BadAnswerTest, TheSettingsAreOnAFullDisk) {
+    const QString folder = QFileInfo(session_.SettingsPath()).path();
+    const QByteArray settings = session_.SettingsFile() + "[Others]\nKey=1\n";
+    const SmallDisk disk(folder, mostBytes);
+    if (!disk.IsThere())
+        GTEST_SKIP() << "no disk can be mounted here";
+    session_.WriteSettingsFile(settings);
+    OpenEye();
+    disk.Fill("others");
+    Run().Click("Vedt_OKBtn");
+    ExpectError({"61", session_.SettingsPath()});
+    ExpectNothingSaved();
+    EXPECT_EQ(session_.ReadExchange("velmo.ret"), "1\r\nV1(d)\r\n7\r\n");
+    EXPECT_EQ(session_.ReadExchange("velmo.ret2"), "old\r\nTOLVIKS\r\n");
+    EXPECT_EQ(QDir(folder).entryList(QDir::Files), (QStringList{"others", "Velmo2.ini"}));
+    ASSERT_TRUE(QFile::remove(folder + "/others"));
+    Run().Click("Vedt_OKBtn");
+    EXPECT_EQ(End(), 0);
+    EXPECT_TRUE(session_.SettingsFile().contains("[Others]\nKey=1\n"));
+    EXPECT_EQ(session_.Setting("SmbTbl1"), QString("8"));
+    EXPECT_EQ(session_.ReadExchangeLines("velmo.ret2")->last(), QString("TOLVIKS"));
+}
+
+TEST_F(BadAnswerTest, TheAnswerIsAPipe) {
+    for (const char* name : {"velmo.ret", "velmo.ret2"}) {
+        QFile::remove(session_.Exchange() + '/' + name);
+        ASSERT_EQ(::mkfifo(QFile::encodeName(session_.Exchange() + '/' + name).constData(), 0600), 0);
+        OpenEye();
+        Run().Click("Vedt_OKBtn");
+        ExpectError({"75", session_.TempDir() + name, "通常のファイルではありません"});
+        EXPECT_EQ(End(), 1);
+        ExpectNothingSaved();
+        QFile::remove(session_.Exchange() + '/' + name);
+    }
 }
 
 TEST_F(BadAnswerTest, TheDiskIsFullForTheSettings) {

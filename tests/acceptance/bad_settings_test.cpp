@@ -1,5 +1,10 @@
 #include "acceptance_test.h"
 
+#include <QDir>
+#include <QFile>
+
+#include <sys/stat.h>
+
 namespace velmo {
 namespace {
 
@@ -60,6 +65,25 @@ TEST_F(BadSettingsTest, AFileOfOtherBytesIsAnEmptyStore) {
     session_.WriteSettingsFile(QByteArray("\x00\x01\x02\xFF\n\n\x80", 7));
     ExpectFailedStart({"syst\\vlmsymlib.lst"});
     EXPECT_EQ(session_.SettingsFile(), QByteArray("\x00\x01\x02\xFF\n\n\x80", 7));
+}
+
+TEST_F(BadSettingsTest, AFileThatCannotBeReadIsTold) {
+    ASSERT_TRUE(QFile::remove(session_.SettingsPath()));
+    ASSERT_EQ(::mkfifo(QFile::encodeName(session_.SettingsPath()).constData(), 0600), 0);
+    ExpectFailedStart({"75", session_.SettingsPath(), "通常のファイルではありません"});
+    ASSERT_TRUE(QFile::remove(session_.SettingsPath()));
+    ASSERT_TRUE(QDir().mkpath(session_.SettingsPath()));
+    ExpectFailedStart({"75", session_.SettingsPath()});
+}
+
+TEST_F(BadSettingsTest, LocksThatWereLeftHoldNobodyUp) {
+    for (const char* ending : {".lock", ".new"}) {
+        QFile left(session_.SettingsPath() + ending);
+        ASSERT_TRUE(left.open(QIODevice::WriteOnly));
+    }
+    Confirm();
+    EXPECT_EQ(session_.Setting("SmbTbl1"), QString("8"));
+    EXPECT_FALSE(QFile::exists(session_.SettingsPath() + ".new"));
 }
 
 TEST_F(BadSettingsTest, ModesThatAreNoNumbersAreTheDefaults) {

@@ -1,5 +1,6 @@
 #include "platform/files.h"
 #include "platform/runtime_error.h"
+#include "platform/save_file.h"
 #include "platform/text_file.h"
 #include "support/failing_disk.h"
 #include "support/failure.h"

@@ -1,4 +1,5 @@
 #include "platform/files.h"
+#include "platform/save_file.h"
 #include "support/failing_disk.h"
 #include "support/failure.h"
 #include "support/other_user.h"

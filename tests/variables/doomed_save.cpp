@@ -8,6 +8,15 @@
 
 #include <cstdio>
 
+namespace {
+
+void TellCalls() {
+    for (const std::string& call : velmo::CountedCalls())
+        std::puts(call.c_str());
+}
+
+} // namespace
+
 // Saves a symbol's table with 99 in its first cell, and meets a fate at one of its calls of the file system.
 // The calls that it survives are told line by line. Exit status: 0 saved, 1 an error, 2 no work file.
 int main(int argc, char** argv) {
@@ -28,10 +37,10 @@ int main(int argc, char** argv) {
         CountCalls(arguments.at(4).toLong(),
                    arguments.at(3) == QStringLiteral("kill") ? CallFate::Killed : CallFate::Failed);
         const bool saved = SaveDimensionTable(state, table.cells, [&](const QString&) { workFile = false; });
-        for (const std::string& call : CountedCalls())
-            std::puts(call.c_str());
+        TellCalls();
         return saved && workFile ? 0 : 2;
     } catch (const RuntimeError&) {
+        TellCalls();
         return 1;
     }
 }

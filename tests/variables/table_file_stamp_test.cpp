@@ -1,4 +1,5 @@
 #include "platform/files.h"
+#include "platform/save_file.h"
 #include "support/temp_folder.h"
 #include "variables/table_file_stamp.h"
 
