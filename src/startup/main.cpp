@@ -1,6 +1,7 @@
 #include "library/vlm_main.h"
 #include "platform/busy_cursor.h"
 #include "platform/guarded.h"
+#include "platform/guarded_application.h"
 #include "platform/velmo_style.h"
 #include "startup/hand_off_files.h"
 #include "startup/load_settings.h"
@@ -16,11 +17,7 @@ namespace {
 
 // The run ended with a document. An answer that cannot be written ends the program.
 void AnswerDocument(const GlobalState& state) {
-    try {
-        WriteDocument(state.TempDir, state.HomeDir + state.PickedPdf);
-    } catch (RuntimeError& error) {
-        throw error.EndsProgram();
-    }
+    EndProgramOnError([&] { WriteDocument(state.TempDir, state.HomeDir + state.PickedPdf); });
 }
 
 void ShowVariableWindow(GlobalState& state, SettingsStore& settings, MessageBoxes& messages,
@@ -42,7 +39,7 @@ void ShowVariableWindow(GlobalState& state, SettingsStore& settings, MessageBoxe
 
 // One window is shown; when it closes, the program ends.
 void Main(GlobalState& state, SettingsStore& settings, MessageBoxes& messages) {
-    LoadSettings(state, settings);
+    EndProgramOnError([&] { LoadSettings(state, settings); });
     if (!state.SymbolFile.isEmpty()) {
         ShowVariableWindow(state, settings, messages, nullptr);
         return;
@@ -58,7 +55,8 @@ void Main(GlobalState& state, SettingsStore& settings, MessageBoxes& messages) {
 } // namespace velmo
 
 int main(int argc, char** argv) {
-    QApplication application(argc, argv);
+    velmo::MessageBoxes messages;
+    velmo::GuardedApplication application(argc, argv, messages);
     // Only now is the desktop's own style known.
     QApplication::setStyle(new velmo::VelmoStyle);
     // The windows' own loops end the program, not the last window that happens to be visible.
@@ -68,7 +66,6 @@ int main(int argc, char** argv) {
         QApplication::installTranslator(&standardButtons);
 
     const velmo::BusyCursor busyCursor;
-    velmo::MessageBoxes messages;
     velmo::SettingsStore settings;
     velmo::GlobalState state;
     velmo::RunGuarded(messages, nullptr, [&] { velmo::Main(state, settings, messages); });

@@ -1,11 +1,15 @@
 #include "platform/guarded.h"
 #include "platform/message_boxes.h"
+#include "support/message_queue.h"
 
 #include <QApplication>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTimer>
 #include <gtest/gtest.h>
+
+#include <functional>
+#include <stdexcept>
 
 namespace velmo {
 namespace {
@@ -81,6 +85,18 @@ TEST(MessageBoxes, AFatalErrorMakesTheExitStatusOne) {
     const Presser presser(QMessageBox::Ok);
     RunGuarded(messages, nullptr, [] { throw RuntimeError(ErrorNumber::FileNotFound).EndsProgram(); });
     EXPECT_EQ(messages.ExitStatus(), 1);
+}
+
+TEST(MessageBoxes, WhateverElseIsThrownIsToldAndEndsTheProgram) {
+    const auto expectTold = [](const QString& text, const std::function<void()>& action) {
+        MessageQueue messages;
+        messages.Expect(text);
+        RunGuarded(messages, nullptr, action);
+        EXPECT_EQ(messages.ExitStatus(), 1);
+    };
+    expectTold("実行時エラー '51':\n内部エラーが発生しました。\nwhy", [] { throw std::logic_error("why"); });
+    expectTold("実行時エラー '7':\nメモリが不足しています。", [] { throw std::bad_alloc(); });
+    expectTold("実行時エラー '51':\n内部エラーが発生しました。", [] { throw 1; });
 }
 
 TEST(RuntimeErrors, WhatIsNotKnownIsLeftOut) {
