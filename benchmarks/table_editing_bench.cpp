@@ -37,9 +37,9 @@ struct EditedTable {
     explicit EditedTable(int rows)
         : symbol(Variables, Columns, rows, Nominals::Different), state(symbol.State(run_mode::UserLibrary)) {
         variables.SetCols(2);
-        const int count = ReadSymbolDefinition(state, variables, Fail);
-        table = LoadDimensionTable(state, count, variables);
-        editor = std::make_unique<TableEditor>(state.TempDir, table, variables);
+        const int count = ReadSymbolDefinition(state, work, variables, Fail);
+        table = LoadDimensionTable(state, work, count, variables);
+        editor = std::make_unique<TableEditor>(work, table, variables);
         grid = std::make_unique<Grid>(table.cells);
         grid->MakeEditable();
         grid->CellsReplaced();
@@ -58,6 +58,7 @@ struct EditedTable {
 
     Symbol symbol;
     GlobalState state;
+    WorkDatabase work{state.TempDir};
     GridCells variables{GridCells::FirstColumn::Texts};
     DimensionTable table;
     std::unique_ptr<TableEditor> editor;
@@ -175,7 +176,7 @@ void AddSaving() {
         "11 save 32,767 x 30", 3,
         [edited, text] {
             const double seconds =
-                Seconds([&] { SaveDimensionTable(edited->state, edited->table.cells, Fail); });
+                Seconds([&] { SaveDimensionTable(edited->state, edited->work, edited->table.cells, Fail); });
             const QString saved = *text;
             QFile file(edited->symbol.Folder().Native("S.PMN"));
             if (!file.open(QIODevice::ReadOnly) || file.readAll() != saved.toLatin1())

@@ -70,7 +70,7 @@ double ClickRow(VLM_VEDT& window) {
 }
 
 double LookUpBare(const GlobalState& state, int columns) {
-    Database database = OpenWorkDatabase(state.TempDir, Database::Access::Read);
+    Database database(WorkDatabase(state.TempDir).Path(), Database::Access::Read);
     const auto prepared = database.Prepare(QStringLiteral("SELECT * FROM NowTable WHERE ValName=?"));
     SQLite::Statement& select = prepared->statement;
     return Seconds([&] {

@@ -31,9 +31,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         state.RunMode = mode;
         velmo::GridCells variables(velmo::GridCells::FirstColumn::Texts);
         variables.SetCols(2);
+        velmo::WorkDatabase work(state.TempDir);
         try {
-            const int count = velmo::ReadSymbolDefinition(state, variables, [](const QString&) {});
-            velmo::LoadDimensionTable(state, count, variables);
+            const int count = velmo::ReadSymbolDefinition(state, work, variables, [](const QString&) {});
+            velmo::LoadDimensionTable(state, work, count, variables);
         } catch (const velmo::RuntimeError&) {
         }
     }

@@ -152,6 +152,18 @@ void Database::MakeScratch() {
     Execute(QStringLiteral("PRAGMA synchronous=OFF"));
 }
 
+std::int32_t Database::Token() const {
+    try {
+        return connection_->execAndGet("PRAGMA application_id").getInt();
+    } catch (const SQLite::Exception& failure) {
+        Throw(failure);
+    }
+}
+
+void Database::SetToken(std::int32_t token) {
+    Execute(QStringLiteral("PRAGMA application_id=%1").arg(token));
+}
+
 std::shared_ptr<PreparedStatement> Database::Prepare(const QString& statement) {
     const auto known = prepared_.constFind(statement);
     try {

@@ -5,6 +5,7 @@
 #include <QStringList>
 #include <SQLiteCpp/SQLiteCpp.h>
 
+#include <cstdint>
 #include <memory>
 #include <optional>
 
@@ -44,6 +45,10 @@ public:
 
     // A compiled statement, taken from those compiled before when one of them is idle.
     std::shared_ptr<PreparedStatement> Prepare(const QString& statement);
+
+    // The number that the file bears for its maker to know it again; 0 in a file that got none.
+    std::int32_t Token() const;
+    void SetToken(std::int32_t token);
 
     // The identity that the last added row received.
     qint64 LastAddedId() const { return connection_->getLastInsertRowid(); }

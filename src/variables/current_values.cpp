@@ -2,7 +2,6 @@
 
 #include "platform/numbers.h"
 #include "platform/runtime_error.h"
-#include "variables/work_database.h"
 
 #include <QSet>
 
@@ -40,7 +39,7 @@ void Make(const Changes& changes, GridCells& variables) {
 } // namespace
 
 void CopyTableRow(const ValueGrids& grids) {
-    Database database = OpenWorkDatabase(grids.folder, Database::Access::Read);
+    Database database = grids.work.Open(Database::Access::Read);
     Changes changes;
     for (int column = 1; column < grids.table.Cols(); ++column) {
         RecordSet named = SelectVariablesNamed(database, TrimBlanks(grids.table.Text(0, column)).toString());
@@ -54,9 +53,9 @@ void CopyTableRow(const ValueGrids& grids) {
 }
 
 QStringList AllowedValues(const ValueGrids& grids, int variableRow) {
+    Database database = grids.work.Open(Database::Access::Read);
     if (!HasTableRow(grids))
         return {};
-    Database database = OpenWorkDatabase(grids.folder, Database::Access::Read);
     RecordSet variables = SelectVariables(database);
     const int column = TableColumnOfRow(variables, variableRow);
     if (column == 0)
@@ -74,7 +73,7 @@ QStringList AllowedValues(const ValueGrids& grids, int variableRow) {
 }
 
 void ApplyAllowedValue(const ValueGrids& grids, int variableRow, const QString& value) {
-    Database database = OpenWorkDatabase(grids.folder, Database::Access::Read);
+    Database database = grids.work.Open(Database::Access::Read);
     std::array<int, MostGovernedRows + 1> columns{};
     {
         RecordSet variables = SelectVariables(database);

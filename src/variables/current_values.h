@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/grid_cells.h"
+#include "variables/work_database.h"
 
 #include <QStringList>
 
@@ -8,8 +9,7 @@ namespace velmo {
 
 // The two grids of the variable window and the row of the table that was chosen.
 struct ValueGrids {
-    // The exchange folder that holds the work database.
-    QString folder;
+    const WorkDatabase& work;
     const GridCells& table;
     int tableRow;
     GridCells& variables;

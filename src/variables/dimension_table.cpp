@@ -5,7 +5,6 @@
 #include "platform/runtime_error.h"
 #include "platform/text_file.h"
 #include "variables/row_groups.h"
-#include "variables/work_database.h"
 
 #include <optional>
 
@@ -205,10 +204,10 @@ QString DimensionTablePath(const QString& symbolFile) {
     return symbolFile.chopped(extension) + QStringLiteral(".PMN");
 }
 
-DimensionTable LoadDimensionTable(const GlobalState& state, int variableCount, GridCells& variableGrid,
-                                  const Progress& progress) {
+DimensionTable LoadDimensionTable(const GlobalState& state, const WorkDatabase& work, int variableCount,
+                                  GridCells& variableGrid, const Progress& progress) {
     const QString noTable = QStringLiteral("テーブルはありません");
-    Database database = OpenWorkDatabase(state.TempDir, Database::Access::Write);
+    Database database = work.Open(Database::Access::Write);
     Transaction transaction(database);
     DimensionTable table;
     const QString path = DimensionTablePath(state.SymbolFile);

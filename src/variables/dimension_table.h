@@ -2,6 +2,7 @@
 
 #include "platform/grid_cells.h"
 #include "startup/global_state.h"
+#include "variables/work_database.h"
 
 #include <functional>
 
@@ -30,7 +31,7 @@ QString DimensionTablePath(const QString& symbolFile);
 // Reads the symbol's table file into PmnTable and the result, and links the variables of NowTable to the
 // columns that hold them; in run mode 3 their names go into the variable grid too. What is wrong with the
 // file ends its reading without a word; a failure of the work database is thrown.
-DimensionTable LoadDimensionTable(const GlobalState& state, int variableCount, GridCells& variableGrid,
-                                  const Progress& progress = {});
+DimensionTable LoadDimensionTable(const GlobalState& state, const WorkDatabase& work, int variableCount,
+                                  GridCells& variableGrid, const Progress& progress = {});
 
 } // namespace velmo

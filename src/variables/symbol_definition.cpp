@@ -136,10 +136,11 @@ std::optional<VariableLine> ParseVariableLine(QStringView line) {
     return variable;
 }
 
-std::int16_t ReadSymbolDefinition(const GlobalState& state, GridCells& variableGrid, const Inform& inform) {
+std::int16_t ReadSymbolDefinition(const GlobalState& state, WorkDatabase& work, GridCells& variableGrid,
+                                  const Inform& inform) {
     DefinitionReader reader(state, variableGrid);
-    CreateWorkDatabase(state.TempDir, inform);
-    Database database = OpenWorkDatabase(state.TempDir, Database::Access::Write);
+    work.CreateWorkDatabase(inform);
+    Database database = work.Open(Database::Access::Write);
     const std::int16_t count = reader.ReadInto(database);
     if (count == 0)
         variableGrid.BecomeMessage(QStringLiteral("変数がありません"));

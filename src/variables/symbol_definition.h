@@ -22,10 +22,11 @@ struct VariableLine {
 // the line starts like a variable and cannot be read as one.
 std::optional<VariableLine> ParseVariableLine(QStringView line);
 
-// Makes the work database and fills NowTable and the variable grid, whose header and two columns are there
+// Creates the work database and fills NowTable and the variable grid, whose header and two columns are there
 // already, from the symbol's definition file. Returns the number of variables; with none, the grid becomes a
 // message. Throws, naming file and line, when the file cannot be opened, a line is wrong or there are too
 // many variables (9).
-std::int16_t ReadSymbolDefinition(const GlobalState& state, GridCells& variableGrid, const Inform& inform);
+std::int16_t ReadSymbolDefinition(const GlobalState& state, WorkDatabase& work, GridCells& variableGrid,
+                                  const Inform& inform);
 
 } // namespace velmo

@@ -2,9 +2,9 @@
 
 namespace velmo {
 
-TableColumns ReadTableColumns(const QString& folder, int columns) {
+TableColumns ReadTableColumns(const WorkDatabase& work, int columns) {
     TableColumns result(static_cast<size_t>(columns));
-    Database database = OpenWorkDatabase(folder, Database::Access::Read);
+    Database database = work.Open(Database::Access::Read);
     for (RecordSet rows = SelectVariables(database); !rows.Eof(); rows.MoveNext()) {
         const int column = rows.Integer(u"ValDis");
         // Of several variables of one column the first counts.

@@ -20,8 +20,8 @@ struct TableColumn {
 // Columns 1, 2, 3 ... of the table; nothing stands for one that shows no variable.
 using TableColumns = std::vector<std::optional<TableColumn>>;
 
-// So many columns, from the work database in the exchange folder.
-TableColumns ReadTableColumns(const QString& folder, int columns);
+// So many columns.
+TableColumns ReadTableColumns(const WorkDatabase& work, int columns);
 
 // The columns that show no variable. The file keeps neither their values nor their names, and what is read
 // from it then ends at the first of them.

@@ -26,7 +26,7 @@ QString NamedStep(const QString& command, const QString& step) {
 
 TableEditing::TableEditing(QMainWindow& window, VedtControls& ui, CellEditor& cellEditor,
                            DimensionTable& table, const TableFileStamp& stamp, GridCells& variables,
-                           const GlobalState& state, MessageBoxes& messages)
+                           const GlobalState& state, const WorkDatabase& work, MessageBoxes& messages)
     : QObject(&window),
       window_(window),
       ui_(ui),
@@ -35,8 +35,9 @@ TableEditing::TableEditing(QMainWindow& window, VedtControls& ui, CellEditor& ce
       table_(table),
       stamp_(stamp),
       state_(state),
+      work_(work),
       messages_(messages),
-      editor_(state.TempDir, table, variables),
+      editor_(work, table, variables),
       commands_(grid_, editor_, messages),
       status_(*window.statusBar()),
       choice_(grid_) {
@@ -308,23 +309,17 @@ bool TableEditing::MayReplaceFile() {
 }
 
 bool TableEditing::CheckCharacters() {
-    const TableColumns columns = ReadTableColumns(state_.TempDir, editor_.DataColumns());
+    const TableColumns columns = ReadTableColumns(work_, editor_.DataColumns());
     return ShowFault(FindTableFault(columns, table_.cells, LookFor::ForeignCharacters));
 }
 
 bool TableEditing::Save() {
     Settle();
-    const TableColumns columns = ReadTableColumns(state_.TempDir, editor_.DataColumns());
+    const TableColumns columns = ReadTableColumns(work_, editor_.DataColumns());
     if (!CheckTableGrid() || !ShowFault(FindTableFault(columns, table_.cells)) || !MayLeaveOut(columns) ||
         !MayReplaceFile())
         return false;
-    if (!editor_.IsInStep()) {
-        messages_.Inform(&window_,
-                         QStringLiteral("作業データベースがほかで作り直されたため、保存できません。\n\n"
-                                        "同じ作業フォルダーで、ほかの Velmo が開かれていませんか。"));
-        return false;
-    }
-    if (!SaveDimensionTable(state_, table_.cells,
+    if (!SaveDimensionTable(state_, work_, table_.cells,
                             [this](const QString& text) { messages_.Inform(&window_, text); }))
         return false;
     editor_.History().setClean();

@@ -26,7 +26,7 @@ public:
     // The table was read with this state, after its file was stamped, and is shown; all outlive this object.
     TableEditing(QMainWindow& window, VedtControls& ui, CellEditor& cellEditor, DimensionTable& table,
                  const TableFileStamp& stamp, GridCells& variables, const GlobalState& state,
-                 MessageBoxes& messages);
+                 const WorkDatabase& work, MessageBoxes& messages);
     ~TableEditing() override;
 
     bool IsChanged() const { return editor_.IsChanged(); }
@@ -82,6 +82,7 @@ private:
     DimensionTable& table_;
     TableFileStamp stamp_;
     const GlobalState& state_;
+    const WorkDatabase& work_;
     MessageBoxes& messages_;
     TableEditor editor_;
     TableCommands commands_;

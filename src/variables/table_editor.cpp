@@ -10,15 +10,24 @@ namespace velmo {
 
 namespace {
 
+// Cells alone need no work database, but without its own they could not be saved: better known at once.
 class Step : public QUndoCommand {
 public:
-    Step(const QString& name, std::function<void()> redo, std::function<void()> undo)
-        : QUndoCommand(name), redo_(std::move(redo)), undo_(std::move(undo)) {}
+    Step(const QString& name, const WorkDatabase& work, std::function<void()> redo,
+         std::function<void()> undo)
+        : QUndoCommand(name), work_(work), redo_(std::move(redo)), undo_(std::move(undo)) {}
 
-    void redo() override { redo_(); }
-    void undo() override { undo_(); }
+    void redo() override {
+        work_.RequireOwn();
+        redo_();
+    }
+    void undo() override {
+        work_.RequireOwn();
+        undo_();
+    }
 
 private:
+    const WorkDatabase& work_;
     std::function<void()> redo_;
     std::function<void()> undo_;
 };
@@ -36,9 +45,9 @@ CellRow Packed(const QStringList& texts) {
 
 } // namespace
 
-TableEditor::TableEditor(const QString& folder, DimensionTable& table, GridCells& variableGrid)
-    : folder_(folder), table_(table), variableGrid_(variableGrid) {
-    Database database = OpenWorkDatabase(folder_, Database::Access::Read);
+TableEditor::TableEditor(const WorkDatabase& work, DimensionTable& table, GridCells& variableGrid)
+    : work_(work), table_(table), variableGrid_(variableGrid) {
+    Database database = work_.Open(Database::Access::Read);
     variables_ = ReadTableVariables(database);
     LinkColumns();
 }
@@ -47,11 +56,6 @@ const TableVariable* TableEditor::VariableOf(int column) const {
     const bool exists = column >= 0 && column < int(shown_.size());
     const int index = exists ? shown_[size_t(column)] : -1;
     return index < 0 ? nullptr : &variables_[size_t(index)];
-}
-
-bool TableEditor::IsInStep() const {
-    Database database = OpenWorkDatabase(folder_, Database::Access::Read);
-    return ReadTableVariables(database) == variables_;
 }
 
 std::vector<TableVariable> TableEditor::HiddenVariables() const {
@@ -74,7 +78,7 @@ void TableEditor::LinkColumns() {
 
 template <typename Action>
 TableEditor::VariableChange TableEditor::ChangeOf(Action&& action) const {
-    Database database = OpenWorkDatabase(folder_, Database::Access::Write);
+    Database database = work_.Open(Database::Access::Write);
     // Taken back when it ends: what the step does, it does itself.
     const Transaction trial(database);
     const std::vector<TableVariable> before = ReadTableVariables(database);
@@ -91,7 +95,7 @@ TableEditor::VariableChange TableEditor::ChangeOf(Action&& action) const {
 }
 
 void TableEditor::Write(const std::vector<TableVariable>& variables) {
-    Database database = OpenWorkDatabase(folder_, Database::Access::Write);
+    Database database = work_.Open(Database::Access::Write);
     Transaction transaction(database);
     WriteTableVariables(database, variables);
     std::vector<TableVariable> written = ReadTableVariables(database);
@@ -101,7 +105,7 @@ void TableEditor::Write(const std::vector<TableVariable>& variables) {
 
 template <typename Redo, typename Undo>
 void TableEditor::Do(const QString& name, Redo&& redo, Undo&& undo) {
-    auto step = std::make_unique<Step>(name, std::forward<Redo>(redo), std::forward<Undo>(undo));
+    auto step = std::make_unique<Step>(name, work_, std::forward<Redo>(redo), std::forward<Undo>(undo));
     // A step that fails is not taken into the history.
     history_.push(step.get());
     static_cast<void>(step.release());
@@ -296,6 +300,7 @@ void TableEditor::MoveRow(int row, Direction direction) {
 void TableEditor::OpenColumn(int column) {
     if (table_.cells.Cols() == std::numeric_limits<std::int16_t>::max())
         throw RuntimeError(ErrorNumber::Overflow);
+    work_.RequireOwn();
     CloseColumn();
     table_.cells.InsertColumn(column, table_.cells.MakeColumn());
     shown_.insert(shown_.begin() + column, -1);

@@ -12,15 +12,16 @@ namespace velmo {
 // rows and whether it differs from its file. Every change is one step that can be undone; NowTable is in step
 // after each. Rows and columns count as in the table's cells: data from 1, row 0 the columns' names.
 //
-// A change that fails (in the work database, or because it would be too much: 6) leaves all as it was.
+// A change that fails (in the work database, or because it would be too much: 6) leaves all as it was. None
+// is made when the work database is no longer the window's own.
 class TableEditor : public QObject {
     Q_OBJECT
 
 public:
     enum class Direction { Before = -1, After = 1 };
 
-    // folder is the exchange folder with the work database. Table and variable grid outlive the editor.
-    TableEditor(const QString& folder, DimensionTable& table, GridCells& variableGrid);
+    // All of them outlive the editor.
+    TableEditor(const WorkDatabase& work, DimensionTable& table, GridCells& variableGrid);
 
     const GridCells& Cells() const { return table_.cells; }
     // The steps done and undone, each named for the Edit menu.
@@ -29,8 +30,6 @@ public:
     int DataRows() const { return table_.rows; }
     int DataColumns() const { return table_.cells.Cols() - 1; }
     // The variable that a column shows; null for a column without one.
-    // False when NowTable is no longer what this editor made of it.
-    bool IsInStep() const;
     const TableVariable* VariableOf(int column) const;
     // The variables that the table does not show yet, in the order of NowTable.
     std::vector<TableVariable> HiddenVariables() const;
@@ -109,7 +108,7 @@ private:
     // The texts become those that the cells had.
     void SwapTexts(const CellRange& range, std::vector<CellRow>& texts);
 
-    QString folder_;
+    const WorkDatabase& work_;
     DimensionTable& table_;
     GridCells& variableGrid_;
     QUndoStack history_;

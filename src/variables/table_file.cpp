@@ -146,20 +146,21 @@ private:
 
 } // namespace
 
-bool SaveDimensionTable(const GlobalState& state, const GridCells& cells, const Inform& inform) {
+bool SaveDimensionTable(const GlobalState& state, const WorkDatabase& work, const GridCells& cells,
+                        const Inform& inform) {
     const QString path = DimensionTablePath(state.SymbolFile);
-    const QString work = path.chopped(4) + QStringLiteral(".TMP");
+    const QString workFile = path.chopped(4) + QStringLiteral(".TMP");
     // The definition itself is neither a table nor a work file, whatever its extension.
     if (state.SymbolFile.compare(path, Qt::CaseInsensitive) == 0 ||
-        state.SymbolFile.compare(work, Qt::CaseInsensitive) == 0)
+        state.SymbolFile.compare(workFile, Qt::CaseInsensitive) == 0)
         throw RuntimeError(ErrorNumber::InvalidArgument).InFile(state.SymbolFile);
     QByteArray bytes;
     try {
-        bytes = TableFileWriter(ReadTableColumns(state.TempDir, cells.Cols() - 1), cells).Write();
+        bytes = TableFileWriter(ReadTableColumns(work, cells.Cols() - 1), cells).Write();
     } catch (RuntimeError& error) {
         throw error.InFile(path);
     }
-    if (ReplaceFileThrough(work, path, bytes))
+    if (ReplaceFileThrough(workFile, path, bytes))
         return true;
     inform(QStringLiteral("作業ファイルが作成できません"));
     return false;

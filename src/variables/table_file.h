@@ -13,6 +13,7 @@ namespace velmo {
 // Throws 5 when something in the table cannot be saved (FindTableFault finds it before), 6 or 9 when the file
 // could not hold as many rows or columns or a variable's number, or would exceed a gigabyte, and what
 // ReplaceFile throws.
-bool SaveDimensionTable(const GlobalState& state, const GridCells& cells, const Inform& inform);
+bool SaveDimensionTable(const GlobalState& state, const WorkDatabase& work, const GridCells& cells,
+                        const Inform& inform);
 
 } // namespace velmo

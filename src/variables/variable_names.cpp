@@ -16,9 +16,9 @@ constexpr const char* SectionStart = "$VAR";
 constexpr const char* SectionEnd = "$GEO";
 
 // By the variable's number; of several variables of one number the first counts.
-QHash<int, QString> ReadNames(const QString& folder) {
+QHash<int, QString> ReadNames(const WorkDatabase& work) {
     QHash<int, QString> names;
-    Database database = OpenWorkDatabase(folder, Database::Access::Read);
+    Database database = work.Open(Database::Access::Read);
     for (RecordSet rows = SelectVariables(database); !rows.Eof(); rows.MoveNext()) {
         const int number = rows.Integer(u"ValNo");
         if (!names.contains(number))
@@ -98,15 +98,15 @@ private:
 
 } // namespace
 
-void WriteVariableNames(const QString& folder, const QString& definitionFile, const Inform& inform) {
+void WriteVariableNames(const WorkDatabase& work, const QString& definitionFile, const Inform& inform) {
     if (!FileExists(definitionFile)) {
         inform(definitionFile + QStringLiteral("なし"));
         return;
     }
-    const QByteArray bytes = NameWriter(definitionFile, ReadNames(folder)).Write();
-    const QString work = definitionFile + u'2';
-    if (!ReplaceFileThrough(work, definitionFile, bytes))
-        throw RuntimeError(ErrorNumber::PathFileAccess).InFile(work);
+    const QByteArray bytes = NameWriter(definitionFile, ReadNames(work)).Write();
+    const QString workFile = definitionFile + u'2';
+    if (!ReplaceFileThrough(workFile, definitionFile, bytes))
+        throw RuntimeError(ErrorNumber::PathFileAccess).InFile(workFile);
 }
 
 } // namespace velmo

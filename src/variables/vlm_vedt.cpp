@@ -15,13 +15,14 @@
 
 #include <QCloseEvent>
 #include <QKeyEvent>
+#include <QScopeGuard>
 
 namespace velmo {
 
 namespace keys = settings_keys;
 
 VLM_VEDT::VLM_VEDT(GlobalState& state, SettingsStore& settings, MessageBoxes& messages)
-    : state_(state), settings_(settings), messages_(messages) {
+    : state_(state), settings_(settings), messages_(messages), work_(state.TempDir) {
     setObjectName(QStringLiteral("VLM_VEDT"));
     variables_.SetCols(2);
     ui_.SetUp(*this, variables_, table_.cells);
@@ -60,13 +61,12 @@ void VLM_VEDT::ConnectControls() {
     connect(ui_.Vedt_NowFGrid, &Grid::EscapePressed, valueList_, &ValueList::Close);
     connect(cellEditor_, &CellEditor::TextEntered, this,
             guarded([this](Grid* grid, int row, int column, const QString& text) {
-                if (editing_)
-                    EnterInTable(*grid, row, column, text);
-                else
-                    EnterText(row, column, text);
+                EnterText(*grid, row, column, text);
             }));
     connect(valueList_, &ValueList::TextEntered, this,
-            guarded([this](int row, int column, const QString& text) { EnterText(row, column, text); }));
+            guarded([this](int row, int column, const QString& text) {
+                EnterText(*ui_.Vedt_NowFGrid, row, column, text);
+            }));
     connect(valueList_, &ValueList::ValueChosen, this,
             guarded([this](int row, const QString& value) { ApplyDropDown(row, value); }));
     connect(valueList_, &ValueList::ValueNotFound, this, [this](const QString& typed) {
@@ -103,12 +103,12 @@ void VLM_VEDT::ReadSymbol() {
     variables_.SetText(0, 0, IsTableEditing() ? u"変 数 名" : u"変数名(別名)");
     variables_.SetText(0, 1, IsTableEditing() ? u"名  前" : u"現 在 の 値 ");
     const std::int16_t count = ReadSymbolDefinition(
-        state_, variables_, [this](const QString& text) { messages_.Inform(this, text); });
+        state_, work_, variables_, [this](const QString& text) { messages_.Inform(this, text); });
 
     if (IsTableEditing())
         stamp_.emplace(DimensionTablePath(state_.SymbolFile));
     ProgressBox progress(this, QStringLiteral("寸法表を読み込んでいます..."), ProgressBox::Cancel::No);
-    table_ = LoadDimensionTable(state_, count, variables_,
+    table_ = LoadDimensionTable(state_, work_, count, variables_,
                                 [&progress](qint64 done, qint64 size) { progress.Report(done, size); });
 }
 
@@ -122,7 +122,8 @@ void VLM_VEDT::ShowSymbol() {
 
 void VLM_VEDT::StartTableEditing() {
     ui_.Vedt_FlexGrid->MakeEditable();
-    editing_ = new TableEditing(*this, ui_, *cellEditor_, table_, *stamp_, variables_, state_, messages_);
+    editing_ =
+        new TableEditing(*this, ui_, *cellEditor_, table_, *stamp_, variables_, state_, work_, messages_);
 }
 
 void VLM_VEDT::ShowHint() {
@@ -153,7 +154,7 @@ void VLM_VEDT::RestoreChoice() {
 }
 
 ValueGrids VLM_VEDT::Values() {
-    return {state_.TempDir, table_.cells, state_.TableLast, variables_};
+    return {work_, table_.cells, state_.TableLast, variables_};
 }
 
 void VLM_VEDT::ShowChosenRow() {
@@ -172,20 +173,15 @@ void VLM_VEDT::ChooseTableRow(int row) {
         return;
     }
     const RedrawPause pause{ui_.Vedt_FlexGrid, ui_.Vedt_NowFGrid};
+    // A row that cannot be taken over leaves the one chosen before, which the click or key has left already.
+    const auto showChosen = qScopeGuard([this] { ShowChosenRow(); });
     ValueGrids grids = Values();
     grids.tableRow = row;
     CopyTableRow(grids);
     ui_.Vedt_NowFGrid->TextsChanged();
     state_.TableLast = std::int16_t(row);
-    ShowChosenRow();
     ui_.hint->setText(
         QStringLiteral("寸法表の %1 行目 (%2) の値を入れました。").arg(row).arg(table_.cells.Text(row, 1)));
-}
-
-void VLM_VEDT::EnterInTable(const Grid& grid, int row, int column, const QString& text) {
-    entryFailed_ = true;
-    editing_->Enter(grid, row, column, text);
-    entryFailed_ = false;
 }
 
 // False when what was being edited could not be entered.
@@ -242,7 +238,19 @@ void VLM_VEDT::ApplyDropDown(int row, const QString& value) {
     ui_.Vedt_NowFGrid->TextsChanged();
 }
 
-void VLM_VEDT::EnterText(int row, int column, const QString& text) {
+void VLM_VEDT::EnterText(const Grid& grid, int row, int column, const QString& text) {
+    entryFailed_ = true;
+    if (editing_)
+        editing_->Enter(grid, row, column, text);
+    else
+        EnterValue(row, column, text);
+    entryFailed_ = false;
+}
+
+void VLM_VEDT::EnterValue(int row, int column, const QString& text) {
+    if (variables_.Text(row, column) == text)
+        return;
+    work_.RequireOwn();
     variables_.SetText(row, column, text);
     ui_.Vedt_NowFGrid->TextsChanged();
 }
@@ -303,7 +311,7 @@ void VLM_VEDT::Confirm() {
     }
     // Everything is on disk before the window says that a selection was handed back.
     state_.Confirmed = true;
-    DeleteFileIfAny(WorkDatabasePath(state_.TempDir));
+    work_.DeleteIfOwn();
     Leave();
 }
 
@@ -322,7 +330,7 @@ void VLM_VEDT::Cancel() {
     EndProgramOnError([this] { WriteNoSelection(state_.TempDir); });
     state_.Confirmed = false;
     Q_EMIT Cancelled();
-    DeleteFileIfAny(WorkDatabasePath(state_.TempDir));
+    work_.DeleteIfOwn();
     Leave();
 }
 

@@ -48,11 +48,11 @@ private:
     void ChooseTableRow(int row);
     void ShowChosenRow();
     bool SettleEditors();
-    void EnterInTable(const Grid& grid, int row, int column, const QString& text);
     void OpenValueEditor(int row, ValueList::Unfold unfold);
     void ActivateVariable(int row);
     void ApplyDropDown(int row, const QString& value);
-    void EnterText(int row, int column, const QString& text);
+    void EnterText(const Grid& grid, int row, int column, const QString& text);
+    void EnterValue(int row, int column, const QString& text);
     void TypeOver(QEvent* event);
     void SearchTable(QEvent* event);
 
@@ -73,6 +73,7 @@ private:
     MessageBoxes& messages_;
 
     GridCells variables_{GridCells::FirstColumn::Texts};
+    WorkDatabase work_;
     DimensionTable table_;
     std::optional<TableFileStamp> stamp_;
 

@@ -3,6 +3,10 @@
 #include "platform/files.h"
 #include "platform/runtime_error.h"
 
+#include <QRandomGenerator>
+
+#include <limits>
+
 namespace velmo {
 
 namespace {
@@ -18,24 +22,48 @@ Database Scratch(Database database) {
 
 } // namespace
 
-QString WorkDatabasePath(const QString& folder) {
-    return folder + QStringLiteral("VELMONOW.mdb");
-}
+WorkDatabase::WorkDatabase(const QString& folder) : path_(folder + QStringLiteral("VELMONOW.mdb")) {}
 
-void CreateWorkDatabase(const QString& folder, const Inform& inform) {
-    const QString path = WorkDatabasePath(folder);
-    DeleteFileIfAny(path);
-    Database database = Scratch(Database::Create(path, Database::Collation::Japanese));
+void WorkDatabase::CreateWorkDatabase(const Inform& inform) {
+    DeleteFileIfAny(path_);
+    token_ = 0;
+    Database database = Scratch(Database::Create(path_, Database::Collation::Japanese));
+    const std::int32_t token =
+        QRandomGenerator::system()->bounded(1, std::numeric_limits<std::int32_t>::max());
     try {
+        // Together: where another window made the same file a moment before, neither is done.
+        Transaction transaction(database);
         database.Execute(QStringLiteral("CREATE TABLE NowTable (ValNum integer, ValNo integer, ValName TEXT, "
                                         "ValDis integer,ValLen integer, ValSmall integer);"));
+        database.SetToken(token);
+        transaction.Commit();
+        token_ = token;
     } catch (const RuntimeError&) {
         inform(QStringLiteral("NowDb Create Error"));
     }
 }
 
-Database OpenWorkDatabase(const QString& folder, Database::Access access) {
-    return Scratch(Database(WorkDatabasePath(folder), access));
+Database WorkDatabase::Open(Database::Access access) const {
+    if (FileExists(path_)) {
+        Database database(path_, access);
+        if (IsOwn(database))
+            return Scratch(std::move(database));
+    }
+    throw RuntimeError(
+        ErrorNumber::DatabaseFailed,
+        QStringLiteral("作業データベースがほかで作り直されたか、削除されました。\n\n"
+                       "同じ作業フォルダでほかの Velmo が開かれていたら閉じ、シンボルを開き直してください。"
+                       "変更した寸法表は、コピー (Ctrl+C) して表計算ソフトに貼り付ければ残せます。"))
+        .InFile(path_);
+}
+
+void WorkDatabase::RequireOwn() const {
+    static_cast<void>(Open(Database::Access::Read));
+}
+
+void WorkDatabase::DeleteIfOwn() const {
+    if (FileExists(path_) && IsOwn(Database(path_, Database::Access::Read)))
+        DeleteFileIfAny(path_);
 }
 
 RecordSet SelectVariables(Database& database) {

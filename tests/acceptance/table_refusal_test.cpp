@@ -2,7 +2,6 @@
 
 #include <QDir>
 #include <QFile>
-#include <SQLiteCpp/SQLiteCpp.h>
 
 namespace velmo {
 namespace {
@@ -274,19 +273,6 @@ TEST_F(TableRefusalTest, AColumnWithoutAVariableIsNotDroppedUnasked) {
     Run().ExpectMessage("変数のない列は保存されず、その後の表も次からは読めなくなります: 2 列目 "
                         "(d)\n\nこのまま保存してよろしいですか");
     Run().AnswerNo();
-    ExpectUnsaved();
-}
-
-// Another run in the same exchange folder has made the work database its own.
-TEST_F(TableRefusalTest, AWorkDatabaseOfAnotherRunIsNotSavedFrom) {
-    Enter({1, 2}, "11");
-    const QString work = session_.Exchange() + "/VELMONOW.mdb";
-    SQLite::Database(work.toStdString(), SQLite::OPEN_READWRITE)
-        .exec("UPDATE NowTable SET ValNo = 9, ValName = 'other' WHERE ValNum = 1");
-    ClickOk();
-    const QString text = Run().WaitForMessage().text;
-    EXPECT_TRUE(text.contains("作業データベース")) << text.toStdString();
-    Run().AnswerOk();
     ExpectUnsaved();
 }
 

@@ -18,9 +18,7 @@ protected:
         symbol.WriteTable({{Comment, 4, QStringLiteral("呼び")}, {"V12", 5, "W"}, {"V3", 5, "H"}}, rows);
         symbol.Load();
     }
-    ValueGrids Grids(int tableRow) {
-        return {symbol.state.TempDir, symbol.table.cells, tableRow, symbol.variables};
-    }
+    ValueGrids Grids(int tableRow) { return {symbol.work, symbol.table.cells, tableRow, symbol.variables}; }
 
     SymbolSample symbol;
 };

@@ -148,7 +148,7 @@ TEST_F(DimensionTableTest, WithoutAFileANewTableIsPreparedForEditing) {
                         {"2", "3", "H", "3", "10", "0"}};
     EXPECT_EQ(symbol.NowTable(), expected);
     EXPECT_FALSE(symbol.folder.Exists(QStringLiteral("S1.PMN")));
-    Database database = OpenWorkDatabase(symbol.state.TempDir, Database::Access::Read);
+    Database database = symbol.work.Open(Database::Access::Read);
     EXPECT_THROW(SelectTableRows(database), RuntimeError);
 }
 
@@ -304,12 +304,12 @@ TEST_F(DimensionTableTest, ANegativeRowCountIsNoRow) {
 
 TEST_F(DimensionTableTest, WhenItsTableCannotBeMadeTheHeaderStays) {
     symbol.WriteTable(columns, {QStringLiteral("M10 100   20 ")});
-    symbol.count = ReadSymbolDefinition(symbol.state, symbol.variables, [](const QString&) {});
+    symbol.count = ReadSymbolDefinition(symbol.state, symbol.work, symbol.variables, [](const QString&) {});
     {
-        Database database = OpenWorkDatabase(symbol.state.TempDir, Database::Access::Write);
+        Database database = symbol.work.Open(Database::Access::Write);
         database.Execute(QStringLiteral("CREATE TABLE PmnTable (ValID COUNTER);"));
     }
-    symbol.table = LoadDimensionTable(symbol.state, symbol.count, symbol.variables);
+    symbol.table = LoadDimensionTable(symbol.state, symbol.work, symbol.count, symbol.variables);
     EXPECT_EQ(Shown(), (Rows{{"", QStringLiteral("呼び"), QStringLiteral("幅"), QStringLiteral("高")}}));
     EXPECT_EQ(symbol.table.rows, 0);
     EXPECT_FALSE(symbol.table.whole);
@@ -318,13 +318,14 @@ TEST_F(DimensionTableTest, WhenItsTableCannotBeMadeTheHeaderStays) {
 
 TEST_F(DimensionTableTest, AFailureOfTheWorkDatabaseIsNotPassedOver) {
     symbol.WriteTable(columns, {QStringLiteral("M10 100   20 ")});
-    CreateWorkDatabase(symbol.state.TempDir, [](const QString&) {});
+    symbol.work.CreateWorkDatabase([](const QString&) {});
     {
-        Database database = OpenWorkDatabase(symbol.state.TempDir, Database::Access::Write);
+        Database database = symbol.work.Open(Database::Access::Write);
         database.Execute(QStringLiteral("DROP TABLE NowTable"));
     }
-    const RuntimeError error = ErrorOf([&] { LoadDimensionTable(symbol.state, 2, symbol.variables); });
-    EXPECT_EQ(error.File(), WorkDatabasePath(symbol.state.TempDir));
+    const RuntimeError error =
+        ErrorOf([&] { LoadDimensionTable(symbol.state, symbol.work, 2, symbol.variables); });
+    EXPECT_EQ(error.File(), symbol.work.Path());
 }
 
 TEST_F(DimensionTableTest, TellsHowFarItHasRead) {
@@ -332,13 +333,13 @@ TEST_F(DimensionTableTest, TellsHowFarItHasRead) {
     for (int i = 0; i < 2500; ++i)
         rows << QStringLiteral("%1").arg(i, 4);
     symbol.WriteTable({{Comment, 4, "N"}}, rows);
-    symbol.count = ReadSymbolDefinition(symbol.state, symbol.variables, [](const QString&) {});
+    symbol.count = ReadSymbolDefinition(symbol.state, symbol.work, symbol.variables, [](const QString&) {});
     QList<qint64> told;
-    symbol.table =
-        LoadDimensionTable(symbol.state, symbol.count, symbol.variables, [&](qint64 done, qint64 size) {
-            EXPECT_LE(done, size);
-            told << done;
-        });
+    symbol.table = LoadDimensionTable(symbol.state, symbol.work, symbol.count, symbol.variables,
+                                      [&](qint64 done, qint64 size) {
+                                          EXPECT_LE(done, size);
+                                          told << done;
+                                      });
     EXPECT_EQ(told.size(), 3);
     EXPECT_LT(told[0], told[2]);
     EXPECT_EQ(symbol.table.rows, 2500);
@@ -435,12 +436,11 @@ TEST_F(DimensionTableTest, AFileThatCannotBeOpenedIsNotRead) {
     symbol.Load();
     ASSERT_TRUE(symbol.table.whole);
     QFile::setPermissions(NativePath(symbol.folder.Path("S1.PMN")), {});
-    QFile::setPermissions(NativePath(WorkDatabasePath(symbol.state.TempDir)),
-                          QFile::ReadGroup | QFile::WriteGroup);
+    QFile::setPermissions(NativePath(symbol.work.Path()), QFile::ReadGroup | QFile::WriteGroup);
     {
         const OtherUser other(NativePath(symbol.folder.Path()));
         ASSERT_TRUE(other.Changed());
-        symbol.table = LoadDimensionTable(symbol.state, symbol.count, symbol.variables);
+        symbol.table = LoadDimensionTable(symbol.state, symbol.work, symbol.count, symbol.variables);
     }
     ExpectMessage();
     EXPECT_FALSE(symbol.table.whole);

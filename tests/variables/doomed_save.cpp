@@ -27,16 +27,18 @@ int main(int argc, char** argv) {
     state.RunMode = run_mode::UserLibrary;
     state.TempDir = arguments.at(1);
     state.SymbolFile = arguments.at(2);
+    WorkDatabase work(state.TempDir);
     try {
         GridCells variables{GridCells::FirstColumn::Texts};
         variables.SetCols(2);
-        const std::int16_t count = ReadSymbolDefinition(state, variables, [](const QString&) {});
-        DimensionTable table = LoadDimensionTable(state, count, variables);
+        const std::int16_t count = ReadSymbolDefinition(state, work, variables, [](const QString&) {});
+        DimensionTable table = LoadDimensionTable(state, work, count, variables);
         table.cells.SetText(1, 1, u"99");
         bool workFile = true;
         CountCalls(arguments.at(4).toLong(),
                    arguments.at(3) == QStringLiteral("kill") ? CallFate::Killed : CallFate::Failed);
-        const bool saved = SaveDimensionTable(state, table.cells, [&](const QString&) { workFile = false; });
+        const bool saved =
+            SaveDimensionTable(state, work, table.cells, [&](const QString&) { workFile = false; });
         TellCalls();
         return saved && workFile ? 0 : 2;
     } catch (const RuntimeError&) {

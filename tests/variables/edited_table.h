@@ -41,7 +41,7 @@ protected:
              {QStringLiteral("V2"), 3, QStringLiteral("高"), 2}},
             {QStringLiteral(" M10   10100"), QStringLiteral(" M12   12120"), QStringLiteral(" M16   16160")});
     }
-    void Start() { editor_.emplace(symbol.state.TempDir, symbol.table, symbol.variables); }
+    void Start() { editor_.emplace(symbol.work, symbol.table, symbol.variables); }
 
     TableEditor& Editor() { return *editor_; }
     const GridCells& Cells() const { return symbol.table.cells; }

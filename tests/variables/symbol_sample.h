@@ -49,15 +49,15 @@ public:
 
     // Reads definition and table as the window does.
     void Load() {
-        count = ReadSymbolDefinition(state, variables,
+        count = ReadSymbolDefinition(state, work, variables,
                                      [](const QString& text) { ADD_FAILURE() << text.toStdString(); });
-        table = LoadDimensionTable(state, count, variables);
+        table = LoadDimensionTable(state, work, count, variables);
     }
 
     // The rows of a table of the work database, fields in their order.
-    QList<QStringList> WorkRows(const QString& name, int fields) const {
+    static QList<QStringList> WorkRows(const WorkDatabase& work, const QString& name, int fields) {
         QList<QStringList> rows;
-        Database database = OpenWorkDatabase(state.TempDir, Database::Access::Read);
+        Database database = work.Open(Database::Access::Read);
         for (RecordSet set(database, name); !set.Eof(); set.MoveNext()) {
             QStringList row;
             for (int i = 0; i < fields; ++i)
@@ -66,7 +66,13 @@ public:
         }
         return rows;
     }
-    QList<QStringList> NowTable() const { return WorkRows(QStringLiteral("NowTable"), 6); }
+    QList<QStringList> WorkRows(const QString& name, int fields) const {
+        return WorkRows(work, name, fields);
+    }
+    static QList<QStringList> NowTableOf(const WorkDatabase& work) {
+        return WorkRows(work, QStringLiteral("NowTable"), 6);
+    }
+    QList<QStringList> NowTable() const { return NowTableOf(work); }
 
     // The texts of a grid, row by row, header and row numbers included.
     static QList<QStringList> Texts(const GridCells& cells) {
@@ -87,6 +93,7 @@ public:
     }
 
     TempFolder folder;
+    WorkDatabase work{folder.Path()};
     GlobalState state;
     GridCells variables{GridCells::FirstColumn::Texts};
     DimensionTable table;

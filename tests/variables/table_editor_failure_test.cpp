@@ -7,7 +7,7 @@
 namespace velmo {
 namespace {
 
-const QString WorkDatabase = QStringLiteral("VELMONOW.mdb");
+const QString WorkName = QStringLiteral("VELMONOW.mdb");
 
 struct ChangeCase {
     const char* name;
@@ -29,9 +29,9 @@ protected:
         const QUndoStack& history = Editor().History();
         const int steps = history.count();
         const int done = history.index();
-        const QByteArray database = symbol.folder.Read(WorkDatabase);
+        const QByteArray database = symbol.folder.Read(WorkName);
         EXPECT_EQ(ErrorOf(action).Number(), expected_);
-        symbol.folder.Write(WorkDatabase, database);
+        symbol.folder.Write(WorkName, database);
         EXPECT_EQ(Now(), before);
         EXPECT_EQ(history.count(), steps);
         EXPECT_EQ(history.index(), done);
@@ -61,9 +61,21 @@ protected:
 };
 
 TEST_P(TableEditorFailureTest, WhenTheDatabaseIsGone) {
-    expected_ = ErrorNumber::FileNotFound;
+    expected_ = ErrorNumber::DatabaseFailed;
     ExpectAllFail([this](const std::function<void()>& action) {
-        DeleteFile(symbol.folder.Path(WorkDatabase));
+        DeleteFile(symbol.folder.Path(WorkName));
+        action();
+    });
+}
+
+TEST_P(TableEditorFailureTest, WhenTheDatabaseIsAnothers) {
+    expected_ = ErrorNumber::DatabaseFailed;
+    ExpectAllFail([this](const std::function<void()>& action) {
+        // Even one of the same symbol.
+        SymbolSample other;
+        other.state = symbol.state;
+        other.work = WorkDatabase(symbol.state.TempDir);
+        other.Load();
         action();
     });
 }
@@ -71,7 +83,7 @@ TEST_P(TableEditorFailureTest, WhenTheDatabaseIsGone) {
 TEST_P(TableEditorFailureTest, WhenTheFileIsNoDatabase) {
     expected_ = ErrorNumber::NotADatabase;
     ExpectAllFail([this](const std::function<void()>& action) {
-        symbol.folder.Write(WorkDatabase, QByteArray(5000, 'x'));
+        symbol.folder.Write(WorkName, QByteArray(5000, 'x'));
         action();
     });
 }
@@ -79,18 +91,37 @@ TEST_P(TableEditorFailureTest, WhenTheFileIsNoDatabase) {
 TEST_P(TableEditorFailureTest, WhenTheTableIsGone) {
     expected_ = ErrorNumber::TableNotFound;
     ExpectAllFail([this](const std::function<void()>& action) {
-        OpenWorkDatabase(symbol.state.TempDir, Database::Access::Write)
-            .Execute(QStringLiteral("DROP TABLE NowTable"));
+        symbol.work.Open(Database::Access::Write).Execute(QStringLiteral("DROP TABLE NowTable"));
         action();
     });
+}
+
+using TableEditorOfAnotherTest = EditedTable;
+
+TEST_F(TableEditorOfAnotherTest, CellsAndRowsStayToo) {
+    OpenUsual();
+    Editor().EnterText(1, 1, QStringLiteral("first step"));
+    WorkDatabase(symbol.state.TempDir).CreateWorkDatabase([](const QString&) {});
+    const QList<std::function<void()>> changes = {[this] { Editor().EnterText(2, 2, QStringLiteral("x")); },
+                                                  [this] { Editor().CopyRow(1); },
+                                                  [this] { Editor().AppendRow(); },
+                                                  [this] { Editor().MoveRow(1, Direction::After); },
+                                                  [this] { Editor().OpenColumn(1); },
+                                                  [this] { Editor().History().undo(); }};
+    const Rows before = SymbolSample::Texts(Cells());
+    for (const auto& change : changes) {
+        EXPECT_EQ(ErrorOf(change).Number(), ErrorNumber::DatabaseFailed);
+        EXPECT_EQ(SymbolSample::Texts(Cells()), before);
+        EXPECT_EQ(Editor().History().count(), 1);
+        EXPECT_EQ(Editor().History().index(), 1);
+    }
 }
 
 TEST_P(TableEditorFailureTest, WhenItsVariablesAreGoneItIsNotUndone) {
     expected_ = ErrorNumber::NoCurrentRecord;
     GetParam().change(Editor());
     ExpectFailure([this] {
-        OpenWorkDatabase(symbol.state.TempDir, Database::Access::Write)
-            .Execute(QStringLiteral("DELETE FROM NowTable"));
+        symbol.work.Open(Database::Access::Write).Execute(QStringLiteral("DELETE FROM NowTable"));
         Editor().History().undo();
     });
     Editor().History().undo();

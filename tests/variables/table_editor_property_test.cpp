@@ -85,9 +85,9 @@ protected:
         }
         symbol_.Define(lines);
         Begin();
-        editor_.emplace(symbol_.state.TempDir, symbol_.table, symbol_.variables);
+        editor_.emplace(symbol_.work, symbol_.table, symbol_.variables);
         listener_.emplace(*editor_, symbol_.variables);
-        database_.emplace(OpenWorkDatabase(symbol_.state.TempDir, Database::Access::Read));
+        database_.emplace(symbol_.work.Open(Database::Access::Read));
         history_.push_back(plain_);
     }
 
@@ -385,7 +385,7 @@ protected:
     }
 
     void SaveAndLoad() {
-        EXPECT_TRUE(SaveDimensionTable(symbol_.state, editor_->Cells(),
+        EXPECT_TRUE(SaveDimensionTable(symbol_.state, symbol_.work, editor_->Cells(),
                                        [](const QString& text) { ADD_FAILURE() << text.toStdString(); }));
         EXPECT_EQ(symbol_.folder.Read(QStringLiteral("S1.PMN")), plain_.File());
         editor_->History().setClean();
@@ -398,17 +398,16 @@ protected:
         const TempFolder exchange;
         GlobalState state = symbol_.state;
         state.TempDir = exchange.Path();
+        WorkDatabase work(state.TempDir);
         GridCells names(GridCells::FirstColumn::Texts);
         names.SetCols(2);
         const int count = ReadSymbolDefinition(
-            state, names, [](const QString& text) { ADD_FAILURE() << text.toStdString(); });
-        const DimensionTable loaded = LoadDimensionTable(state, count, names);
+            state, work, names, [](const QString& text) { ADD_FAILURE() << text.toStdString(); });
+        const DimensionTable loaded = LoadDimensionTable(state, work, count, names);
         const PlainTable expected = plain_.Read(defined_);
         EXPECT_EQ(SymbolSample::Texts(loaded.cells), GridOf(expected));
         EXPECT_EQ(loaded.rows, expected.Rows());
-        SymbolSample other;
-        other.state = state;
-        EXPECT_EQ(other.NowTable(), NowTableOf(expected));
+        EXPECT_EQ(SymbolSample::NowTableOf(work), NowTableOf(expected));
         ++loads_;
     }
 

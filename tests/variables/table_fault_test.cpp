@@ -19,13 +19,11 @@ protected:
         symbol.Load();
     }
 
-    TableColumns Columns() const {
-        return ReadTableColumns(symbol.state.TempDir, symbol.table.cells.Cols() - 1);
-    }
+    TableColumns Columns() const { return ReadTableColumns(symbol.work, symbol.table.cells.Cols() - 1); }
     std::optional<TableFault> Find() const { return FindTableFault(Columns(), symbol.table.cells); }
     void Put(int row, int column, QStringView text) { symbol.table.cells.SetText(row, column, text); }
     void Rename(int variableRow, QStringView name) const {
-        Database database = OpenWorkDatabase(symbol.state.TempDir, Database::Access::Write);
+        Database database = symbol.work.Open(Database::Access::Write);
         RecordSet variables = SelectVariables(database);
         FindVariableRow(variables, variableRow);
         variables.Edit();

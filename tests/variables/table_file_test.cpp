@@ -27,7 +27,7 @@ protected:
     }
     bool Save() {
         told.clear();
-        return SaveDimensionTable(symbol.state, symbol.table.cells, [this](const QString& text) {
+        return SaveDimensionTable(symbol.state, symbol.work, symbol.table.cells, [this](const QString& text) {
             told << text;
             toldAtWork = symbol.folder.Read("S1.PMN");
         });
@@ -40,7 +40,7 @@ protected:
     }
     // Fields of NowTable that no reading gives.
     void Change(int variableRow, QStringView field, int value) const {
-        Database database = OpenWorkDatabase(symbol.state.TempDir, Database::Access::Write);
+        Database database = symbol.work.Open(Database::Access::Write);
         RecordSet variables = SelectVariables(database);
         FindVariableRow(variables, variableRow);
         variables.Edit();
@@ -208,7 +208,7 @@ TEST_F(TableFileTest, AFolderThatCannotBeWrittenIsTold) {
         const OtherUser other(NativePath(symbol.folder.Path()));
         ASSERT_TRUE(other.Changed());
         told.clear();
-        EXPECT_FALSE(SaveDimensionTable(symbol.state, symbol.table.cells,
+        EXPECT_FALSE(SaveDimensionTable(symbol.state, symbol.work, symbol.table.cells,
                                         [this](const QString& text) { told << text; }));
     }
     EXPECT_EQ(told, QStringList{QStringLiteral("作業ファイルが作成できません")});
@@ -308,8 +308,8 @@ TEST_F(TableFileTest, TheDefinitionItselfIsNeverOverwritten) {
 TEST_F(TableFileTest, AFailureOfTheWorkDatabaseIsAnErrorOfItsOwn) {
     Load(columns, {"M10 100  20 "});
     const QByteArray old = symbol.folder.Read("S1.PMN");
-    DeleteFile(WorkDatabasePath(symbol.state.TempDir));
-    EXPECT_EQ(ErrorOf([&] { Save(); }).File(), WorkDatabasePath(symbol.state.TempDir));
+    DeleteFile(symbol.work.Path());
+    EXPECT_EQ(ErrorOf([&] { Save(); }).File(), symbol.work.Path());
     ExpectOldTable(old);
 }
 

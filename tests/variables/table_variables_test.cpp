@@ -8,7 +8,7 @@ namespace {
 class TableVariablesTest : public testing::Test {
 protected:
     void Show(const QList<int>& columns) {
-        CreateWorkDatabase(folder_.Path(), [](const QString& text) { ADD_FAILURE() << text.toStdString(); });
+        work_.CreateWorkDatabase([](const QString& text) { ADD_FAILURE() << text.toStdString(); });
         Database database = Open();
         RecordSet variables = SelectVariables(database);
         for (int row = 0; row < columns.size(); ++row) {
@@ -28,10 +28,11 @@ protected:
             columns << variable.column;
         return columns;
     }
-    Database Open() const { return OpenWorkDatabase(folder_.Path(), Database::Access::Write); }
+    Database Open() const { return work_.Open(Database::Access::Write); }
 
 private:
     TempFolder folder_;
+    WorkDatabase work_{folder_.Path()};
 };
 
 TEST_F(TableVariablesTest, AreReadInTheOrderOfNowTable) {

@@ -17,7 +17,7 @@ protected:
     }
 
     void Write() {
-        WriteVariableNames(symbol.state.TempDir, path, [this](const QString& text) { told << text; });
+        WriteVariableNames(symbol.work, path, [this](const QString& text) { told << text; });
     }
     // What becomes of a file.
     QByteArray Written(const QByteArray& bytes) {
@@ -35,7 +35,7 @@ protected:
         return error;
     }
     void Rename(const QString& name) const {
-        Database database = OpenWorkDatabase(symbol.state.TempDir, Database::Access::Write);
+        Database database = symbol.work.Open(Database::Access::Write);
         RecordSet variables = SelectVariables(database);
         FindVariableRow(variables, 1);
         variables.Edit();

@@ -90,6 +90,12 @@ TEST_F(VedtTableTest, ARowThatCannotBeCopiedIsNotChosen) {
     const QAbstractItemModel* rows = Table()->model();
     EXPECT_TRUE(rows->index(0, 0).data(Qt::FontRole).value<QFont>().bold());
     EXPECT_FALSE(rows->index(1, 0).data(Qt::FontRole).isValid());
+    EXPECT_EQ(Table()->Row(), 1);
+    EXPECT_EQ(Table()->selectionModel()->selectedRows().value(0).row(), 0);
+    Press(Qt::Key_Down);
+    messages.ExpectContaining("実行時エラー '3075'");
+    Press(Qt::Key_Return);
+    EXPECT_EQ(Table()->Row(), 1);
 }
 
 TEST_F(VedtTableTest, ARowClosesAnOpenListThoughTheFocusStays) {

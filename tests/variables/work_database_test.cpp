@@ -1,7 +1,5 @@
-#include "platform/runtime_error.h"
 #include "support/failing_disk.h"
-#include "support/temp_folder.h"
-#include "variables/work_database.h"
+#include "symbol_sample.h"
 
 #include <QFileInfo>
 #include <gtest/gtest.h>
@@ -24,23 +22,25 @@ void AddVariable(RecordSet& variables, int row, const QString& name) {
 
 TEST(WorkDatabase, IsCreatedEmptyInTheExchangeFolder) {
     const TempFolder folder;
-    CreateWorkDatabase(folder.Path(), FailOnMessage);
+    WorkDatabase work(folder.Path());
+    work.CreateWorkDatabase(FailOnMessage);
     EXPECT_TRUE(folder.Exists(QStringLiteral("VELMONOW.mdb")));
-    Database database = OpenWorkDatabase(folder.Path(), Database::Access::Read);
+    Database database = work.Open(Database::Access::Read);
     RecordSet variables = SelectVariables(database);
     EXPECT_TRUE(variables.Eof());
 }
 
 TEST(WorkDatabase, ReplacesOneLeftOver) {
     const TempFolder folder;
-    CreateWorkDatabase(folder.Path(), FailOnMessage);
+    WorkDatabase work(folder.Path());
+    work.CreateWorkDatabase(FailOnMessage);
     {
-        Database database = OpenWorkDatabase(folder.Path(), Database::Access::Write);
+        Database database = work.Open(Database::Access::Write);
         RecordSet variables = SelectVariables(database);
         AddVariable(variables, 1, QStringLiteral("W"));
     }
-    CreateWorkDatabase(folder.Path(), FailOnMessage);
-    Database database = OpenWorkDatabase(folder.Path(), Database::Access::Read);
+    work.CreateWorkDatabase(FailOnMessage);
+    Database database = work.Open(Database::Access::Read);
     RecordSet variables = SelectVariables(database);
     EXPECT_TRUE(variables.Eof());
 }
@@ -48,16 +48,18 @@ TEST(WorkDatabase, ReplacesOneLeftOver) {
 TEST(WorkDatabase, ReplacesAFileThatIsNoDatabase) {
     const TempFolder folder;
     folder.Write(QStringLiteral("VELMONOW.mdb"), QByteArray(5000, 'x'));
-    CreateWorkDatabase(folder.Path(), FailOnMessage);
-    Database database = OpenWorkDatabase(folder.Path(), Database::Access::Read);
+    WorkDatabase work(folder.Path());
+    work.CreateWorkDatabase(FailOnMessage);
+    Database database = work.Open(Database::Access::Read);
     RecordSet variables = SelectVariables(database);
     EXPECT_TRUE(variables.Eof());
 }
 
 TEST(WorkDatabase, FieldsAreFoundRegardlessOfCase) {
     const TempFolder folder;
-    CreateWorkDatabase(folder.Path(), FailOnMessage);
-    Database database = OpenWorkDatabase(folder.Path(), Database::Access::Write);
+    WorkDatabase work(folder.Path());
+    work.CreateWorkDatabase(FailOnMessage);
+    Database database = work.Open(Database::Access::Write);
     RecordSet variables = SelectVariables(database);
     AddVariable(variables, 1, QStringLiteral("W"));
     variables.MoveFirst();
@@ -68,8 +70,9 @@ TEST(WorkDatabase, FieldsAreFoundRegardlessOfCase) {
 
 TEST(WorkDatabase, FindsVariables) {
     const TempFolder folder;
-    CreateWorkDatabase(folder.Path(), FailOnMessage);
-    Database database = OpenWorkDatabase(folder.Path(), Database::Access::Write);
+    WorkDatabase work(folder.Path());
+    work.CreateWorkDatabase(FailOnMessage);
+    Database database = work.Open(Database::Access::Write);
     RecordSet variables = SelectVariables(database);
     AddVariable(variables, 0, QString());
     AddVariable(variables, 1, QStringLiteral("W"));
@@ -88,8 +91,9 @@ TEST(WorkDatabase, FindsVariables) {
 
 TEST(WorkDatabase, NamesCompareAsJapaneseDoes) {
     const TempFolder folder;
-    CreateWorkDatabase(folder.Path(), FailOnMessage);
-    Database database = OpenWorkDatabase(folder.Path(), Database::Access::Write);
+    WorkDatabase work(folder.Path());
+    work.CreateWorkDatabase(FailOnMessage);
+    Database database = work.Open(Database::Access::Write);
     {
         RecordSet variables = SelectVariables(database);
         AddVariable(variables, 1, QStringLiteral("ｶﾅW"));
@@ -106,8 +110,9 @@ TEST(WorkDatabase, NamesCompareAsJapaneseDoes) {
 
 TEST(WorkDatabase, TableRowsCompareAsJapaneseDoesToo) {
     const TempFolder folder;
-    CreateWorkDatabase(folder.Path(), FailOnMessage);
-    Database database = OpenWorkDatabase(folder.Path(), Database::Access::Write);
+    WorkDatabase work(folder.Path());
+    work.CreateWorkDatabase(FailOnMessage);
+    Database database = work.Open(Database::Access::Write);
     database.Execute(QStringLiteral("CREATE TABLE PmnTable (ValID COUNTER, Val1 TEXT);"));
     RecordSet rows = SelectTableRows(database);
     rows.AddNew();
@@ -121,8 +126,9 @@ TEST(WorkDatabase, TableRowsCompareAsJapaneseDoesToo) {
 
 TEST(WorkDatabase, AQuoteInANameIsAnErrorOfTheStatement) {
     const TempFolder folder;
-    CreateWorkDatabase(folder.Path(), FailOnMessage);
-    Database database = OpenWorkDatabase(folder.Path(), Database::Access::Read);
+    WorkDatabase work(folder.Path());
+    work.CreateWorkDatabase(FailOnMessage);
+    Database database = work.Open(Database::Access::Read);
     EXPECT_THROW(
         {
             try {
@@ -135,21 +141,55 @@ TEST(WorkDatabase, AQuoteInANameIsAnErrorOfTheStatement) {
         RuntimeError);
 }
 
+TEST(WorkDatabase, OneThatAnotherWindowMadeAnewIsRefused) {
+    const TempFolder folder;
+    WorkDatabase work(folder.Path());
+    work.CreateWorkDatabase(FailOnMessage);
+    WorkDatabase others(folder.Path());
+    others.CreateWorkDatabase(FailOnMessage);
+    for (const Database::Access access : {Database::Access::Read, Database::Access::Write}) {
+        const RuntimeError error = ErrorOf([&] { work.Open(access); });
+        EXPECT_EQ(error.Number(), ErrorNumber::DatabaseFailed);
+        EXPECT_EQ(error.File(), work.Path());
+        EXPECT_TRUE(error.Detail().startsWith(QStringLiteral("作業データベースがほかで作り直された")));
+    }
+    EXPECT_EQ(ErrorOf([&] { work.RequireOwn(); }).Number(), ErrorNumber::DatabaseFailed);
+    others.RequireOwn();
+    work.DeleteIfOwn();
+    others.RequireOwn();
+    others.DeleteIfOwn();
+    EXPECT_FALSE(folder.Exists(QStringLiteral("VELMONOW.mdb")));
+    EXPECT_EQ(ErrorOf([&] { others.RequireOwn(); }).Number(), ErrorNumber::DatabaseFailed) << "it is gone";
+    others.DeleteIfOwn();
+}
+
+TEST(WorkDatabase, AnEmptyFileIsNobodysOwn) {
+    const TempFolder folder;
+    WorkDatabase work(folder.Path());
+    work.CreateWorkDatabase(FailOnMessage);
+    folder.Write(QStringLiteral("VELMONOW.mdb"), {});
+    EXPECT_EQ(ErrorOf([&] { work.RequireOwn(); }).Number(), ErrorNumber::DatabaseFailed);
+    work.DeleteIfOwn();
+    EXPECT_TRUE(folder.Exists(QStringLiteral("VELMONOW.mdb")));
+}
+
 TEST(WorkDatabase, AFolderThatIsMissingIsAnError) {
     const TempFolder folder;
-    EXPECT_THROW(CreateWorkDatabase(folder.Path(QStringLiteral("none\\")), FailOnMessage), RuntimeError);
+    WorkDatabase work(folder.Path(QStringLiteral("none\\")));
+    EXPECT_THROW(work.CreateWorkDatabase(FailOnMessage), RuntimeError);
 }
 
 TEST(WorkDatabase, AFailureAfterTheFileWasMadeIsTold) {
     const TempFolder folder;
+    WorkDatabase work(folder.Path());
     QStringList told;
     {
         // Room for the first page only: the file exists, the table does not fit.
         const FailingDisk full(4096);
-        CreateWorkDatabase(folder.Path(), [&told](const QString& text) { told << text; });
+        work.CreateWorkDatabase([&told](const QString& text) { told << text; });
     }
     EXPECT_EQ(told, QStringList{QStringLiteral("NowDb Create Error")});
-    Database database = OpenWorkDatabase(folder.Path(), Database::Access::Read);
+    Database database = work.Open(Database::Access::Read);
     EXPECT_THROW(SelectVariables(database), RuntimeError);
 }
 
