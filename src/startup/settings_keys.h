@@ -15,6 +15,8 @@ inline const QString LastPDF = QStringLiteral("LastPDF");
 inline const QString UsrLastPDF = QStringLiteral("UsrLastPDF");
 inline const QString TBLLast = QStringLiteral("TBLLast");
 inline const QString UsrTBLLast = QStringLiteral("UsrTBLLast");
+inline const QString SmbTblOf = QStringLiteral("SmbTblOf");
+inline const QString VlmTblOf = QStringLiteral("VlmTblOf");
 inline const QString TreeLast = QStringLiteral("TreeLast");
 inline const QString UsrTreeLast = QStringLiteral("UsrTreeLast");
 inline const QString EdtTreeLast = QStringLiteral("EdtTreeLast");
@@ -41,6 +43,10 @@ inline const QString& LastSymbol(bool userLibrary) {
 }
 inline const QString& LastTableRow(bool userLibrary) {
     return userLibrary ? UsrTBLLast : TBLLast;
+}
+// The symbol that these values belong to; empty for none.
+inline const QString& VariableValuesOf(bool userLibrary) {
+    return userLibrary ? VlmTblOf : SmbTblOf;
 }
 inline QString VariableValue(bool userLibrary, int row) {
     return (userLibrary ? QStringLiteral("VlmTbl") : QStringLiteral("SmbTbl")) + QString::number(row);

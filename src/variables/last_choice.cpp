@@ -9,17 +9,27 @@ namespace keys = settings_keys;
 
 namespace {
 
-void RestoreValues(const GlobalState& state, const SettingsStore& settings, GridCells& grid) {
+// The values that were saved before their symbol was saved with them are those of the last one.
+bool ValuesBelongTo(const GlobalState& state, const SettingsStore& settings) {
+    return settings.Get(keys::VariableValuesOf(state.UserLibrary), state.SymbolFile) == state.SymbolFile;
+}
+
+// False when there was none.
+bool RestoreValues(const GlobalState& state, const SettingsStore& settings, GridCells& grid) {
+    bool restored = false;
     for (int row = 1; row < grid.Rows(); ++row) {
         const QString value = settings.Get(keys::VariableValue(state.UserLibrary, row));
-        if (!value.isEmpty())
-            grid.SetText(row, 1, value);
+        if (value.isEmpty())
+            continue;
+        grid.SetText(row, 1, value);
+        restored = true;
     }
+    return restored;
 }
 
 // The row that was measured, or 1 when there is no such row.
 int RestoreMeasured(const SettingsStore& settings, GridCells& grid) {
-    const int row = settings.GetInteger(keys::DistNo, 1);
+    const int row = ToIntegerOr(settings.Get(keys::DistNo), 1);
     if (row < 1 || row >= grid.Rows())
         return 1;
     const QString distance = settings.Get(keys::VlmDist, QStringLiteral("0"));
@@ -35,16 +45,18 @@ LastChoice RestoreLastChoice(const GlobalState& state, const SettingsStore& sett
     LastChoice choice;
     if (settings.Get(keys::LastSymbol(state.UserLibrary), keys::NoPath) != state.SymbolFile)
         return choice;
-    choice.tableRow = settings.GetInteger(keys::LastTableRow(state.UserLibrary), 1);
+    choice.tableRow = ToIntegerOr(settings.Get(keys::LastTableRow(state.UserLibrary)), 1);
     const bool measured = state.RunMode == run_mode::ReturnFromMeasure;
-    if (measured || state.RunMode == run_mode::VariableInput)
-        RestoreValues(state, settings, variableGrid);
+    if ((measured || state.RunMode == run_mode::VariableInput) && ValuesBelongTo(state, settings))
+        choice.valuesRestored = RestoreValues(state, settings, variableGrid);
     if (measured)
         choice.variableRow = RestoreMeasured(settings, variableGrid);
     return choice;
 }
 
 void SaveCurrentValues(const GlobalState& state, SettingsStore& settings, const GridCells& variableGrid) {
+    const bool names = state.RunMode == run_mode::UserLibrary;
+    settings.Save(keys::VariableValuesOf(state.UserLibrary), names ? QString() : state.SymbolFile);
     for (int row = 1; row < variableGrid.Rows(); ++row)
         settings.Save(keys::VariableValue(state.UserLibrary, row), variableGrid.Text(row, 1));
 }

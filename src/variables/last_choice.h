@@ -13,16 +13,18 @@ struct LastChoice {
     std::int16_t tableRow = 1;
     // The row of the variable grid to start at.
     int variableRow = 1;
+    // Some current value is the remembered one.
+    bool valuesRestored = false;
 };
 
 // When the symbol is the one confirmed last, puts the remembered current values into column 1 of the variable
-// grid, in run mode 4 the measured distance too. Throws 6 or 13, naming the key, when a remembered row is no
-// 16-bit number.
+// grid unless they belong to another, in run mode 4 the measured distance too. A remembered row that is no
+// 16-bit number is 1.
 LastChoice RestoreLastChoice(const GlobalState& state, const SettingsStore& settings,
                              GridCells& variableGrid);
 
-// Remember the current values, and the symbol with TableLast; nothing is on disk before the settings are
-// flushed.
+// Remember the current values with their symbol, or in run mode 3, where they are names, without any; and the
+// symbol chosen last with TableLast. Nothing is on disk before the settings are flushed.
 void SaveCurrentValues(const GlobalState& state, SettingsStore& settings, const GridCells& variableGrid);
 void SaveLastChoice(const GlobalState& state, SettingsStore& settings);
 

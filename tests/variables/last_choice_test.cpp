@@ -24,6 +24,7 @@ protected:
 
     SymbolSample symbol;
     SettingsStore settings;
+    QString other_ = QStringLiteral("other");
 };
 
 TEST_F(LastChoiceTest, TheSameSymbolGetsItsValuesBack) {
@@ -104,14 +105,70 @@ TEST_F(LastChoiceTest, OnlyAReturnFromMeasuringTakesTheDistance) {
     EXPECT_EQ(symbol.CurrentValues(), (QStringList{"10", "2", "30"}));
 }
 
-TEST_F(LastChoiceTest, ARowThatIsNoNumberIsAnErrorNamingTheKey) {
+TEST_F(LastChoiceTest, ARowThatIsNoNumberIsTheFirst) {
     Remember();
-    settings.Save(keys::TBLLast, "abc");
-    const RuntimeError error = ErrorOf([this] { Restore(); });
-    EXPECT_EQ(error.Number(), ErrorNumber::TypeMismatch);
-    EXPECT_EQ(error.Field(), keys::TBLLast);
-    settings.Save(keys::TBLLast, "40000");
-    EXPECT_EQ(ErrorOf([this] { Restore(); }).Number(), ErrorNumber::Overflow);
+    symbol.state.RunMode = run_mode::ReturnFromMeasure;
+    settings.Save(keys::VlmDist, "12.5");
+    for (const QString& row : {QStringLiteral("abc"), QStringLiteral("40000"), QString()}) {
+        settings.Save(keys::TBLLast, row);
+        settings.Save(keys::DistNo, row);
+        const LastChoice choice = Restore();
+        EXPECT_EQ(choice.tableRow, 1);
+        EXPECT_EQ(choice.variableRow, 1);
+        EXPECT_EQ(symbol.CurrentValues(), (QStringList{"12.5", "2", "30"}));
+    }
+}
+
+TEST_F(LastChoiceTest, ValuesOfAnotherSymbolDoNotComeBack) {
+    Remember();
+    settings.Save(keys::SmbTblOf, symbol.state.SymbolFile + u'x');
+    EXPECT_EQ(Restore().tableRow, 4);
+    EXPECT_FALSE(Restore().valuesRestored);
+    EXPECT_EQ(symbol.CurrentValues(), (QStringList{"1", "2", "3"}));
+    settings.Save(keys::SmbTblOf, QString());
+    EXPECT_FALSE(Restore().valuesRestored) << "they were names";
+    EXPECT_EQ(symbol.CurrentValues(), (QStringList{"1", "2", "3"}));
+    settings.Save(keys::VlmTblOf, symbol.state.SymbolFile + u'x');
+    settings.Save(keys::SmbTblOf, symbol.state.SymbolFile);
+    EXPECT_TRUE(Restore().valuesRestored);
+    EXPECT_EQ(symbol.CurrentValues(), (QStringList{"10", "2", "30"}));
+}
+
+TEST_F(LastChoiceTest, WithoutOneOfAnotherADistanceStillComes) {
+    Remember();
+    symbol.state.RunMode = run_mode::ReturnFromMeasure;
+    settings.Save(keys::SmbTblOf, QString());
+    settings.Save(keys::DistNo, 2);
+    settings.Save(keys::VlmDist, "12.5");
+    EXPECT_EQ(Restore().variableRow, 2);
+    EXPECT_EQ(symbol.CurrentValues(), (QStringList{"1", "12.5", "3"}));
+}
+
+TEST_F(LastChoiceTest, WhatIsSavedComesBackToItsSymbolAlone) {
+    for (const bool userLibrary : {false, true}) {
+        symbol.state.UserLibrary = userLibrary;
+        for (const std::int16_t mode :
+             {run_mode::VariableInput, run_mode::ReturnFromMeasure, run_mode::UserLibrary}) {
+            symbol.state.RunMode = mode;
+            symbol.variables.SetText(2, 1, u"x");
+            SaveCurrentValues(symbol.state, settings, symbol.variables);
+            SaveLastChoice(symbol.state, settings);
+            // Read by whoever opens the symbol next.
+            settings.Flush();
+            symbol.variables.SetText(2, 1, u"2");
+            symbol.state.RunMode = run_mode::VariableInput;
+            EXPECT_EQ(Restore().valuesRestored, mode != run_mode::UserLibrary);
+            EXPECT_EQ(symbol.CurrentValues()[1],
+                      mode == run_mode::UserLibrary ? QStringLiteral("2") : QStringLiteral("x"));
+            // The browser writes the symbol that it opened, whatever became of it.
+            settings.Save(keys::LastSymbol(userLibrary), QStringLiteral("other"));
+            symbol.state.SymbolFile.swap(other_);
+            symbol.variables.SetText(2, 1, u"2");
+            EXPECT_FALSE(Restore().valuesRestored);
+            EXPECT_EQ(symbol.CurrentValues()[1], QStringLiteral("2"));
+            symbol.state.SymbolFile.swap(other_);
+        }
+    }
 }
 
 TEST_F(LastChoiceTest, IsSavedPerLibrary) {
@@ -123,6 +180,8 @@ TEST_F(LastChoiceTest, IsSavedPerLibrary) {
     EXPECT_EQ(settings.Get("SmbTbl2"), QStringLiteral("x"));
     EXPECT_EQ(settings.Get("SmbTbl3"), QStringLiteral("3"));
     EXPECT_EQ(settings.Get("SmbTbl4", "none"), QStringLiteral("none"));
+    EXPECT_EQ(settings.Get(keys::SmbTblOf), symbol.state.SymbolFile);
+    EXPECT_EQ(settings.Get(keys::VlmTblOf, "none"), QStringLiteral("none"));
     EXPECT_EQ(settings.Get(keys::TBLLast), QStringLiteral("7"));
     EXPECT_EQ(settings.Get(keys::LastPDF), symbol.state.SymbolFile);
     EXPECT_EQ(settings.Get(keys::UsrLastPDF, "none"), QStringLiteral("none"));
