@@ -13,7 +13,7 @@ namespace run_mode {
 inline constexpr std::int16_t VariableInput = 2;
 inline constexpr std::int16_t UserLibrary = 3;
 inline constexpr std::int16_t ReturnFromMeasure = 4;
-// Never asked for: a run that ended with a document (PickedPdf) instead of values.
+// The mode of a run that ended with a document instead of values; whether it did, PickedPdf tells.
 inline constexpr std::int16_t Document = 33;
 } // namespace run_mode
 
@@ -53,7 +53,7 @@ struct GlobalState {
     // The folder picker's answer: a folder of the disk (stored path) or the ID of a category; empty when
     // nothing was picked.
     QString PickedDir;
-    // The document that a run ended with, relative to HomeDir.
+    // The document that the variable window ended with, relative to HomeDir; empty for another end.
     QString PickedPdf;
     // Row of the dimension table chosen last, 1-based.
     std::int16_t TableLast = 1;

@@ -26,15 +26,16 @@ void ShowVariableWindow(GlobalState& state, SettingsStore& settings, MessageBoxe
     if (browser)
         QObject::connect(&window, &VLM_VEDT::Cancelled, browser, &VLM_MAIN::ForgetOpened);
     window.Load();
+    const std::int16_t mode = state.RunMode;
     window.ShowModal();
-    if (state.RunMode != run_mode::Document)
+    if (state.PickedPdf.isEmpty())
         return;
     AnswerDocument(state);
-    // Unlike a symbol that was opened, a document leaves no trace in the settings.
-    if (browser) {
-        browser->ForgetOpened();
-        browser->close();
-    }
+    if (!browser)
+        return;
+    // The browser remembers its place as after any symbol that was opened, under the keys of its own mode.
+    state.RunMode = mode;
+    browser->close();
 }
 
 // One window is shown; when it closes, the program ends.

@@ -75,6 +75,13 @@ void CellEditor::Settle() {
     Enter();
 }
 
+void CellEditor::GiveUp() {
+    if (!IsEditing())
+        return;
+    over_.Close();
+    Q_EMIT GivenUp();
+}
+
 void CellEditor::StartTyping(QEvent* event) {
     if (!IsEditing())
         return;
@@ -174,8 +181,7 @@ bool CellEditor::CaretKey(const QKeyEvent& event) {
 
 bool CellEditor::Key(QKeyEvent& event) {
     if (event.key() == Qt::Key_Escape) {
-        over_.Close();
-        Q_EMIT GivenUp();
+        GiveUp();
         return true;
     }
     if (IsRedo(event)) {

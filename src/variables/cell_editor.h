@@ -28,6 +28,9 @@ public:
     // The same with what an input method still holds; nothing when no cell is edited.
     void Settle();
 
+    // Closes the editor; the cell keeps its text.
+    void GiveUp();
+
     // Hands the first key or input-method event of a text on to the open editor; it replaces the old text.
     void StartTyping(QEvent* event);
 
@@ -35,7 +38,7 @@ Q_SIGNALS:
     void TextEntered(Grid* grid, int row, int column, const QString& text);
     // While the user types.
     void TextEdited(Grid* grid, int row, int column, const QString& text);
-    // Escape gave the old text back.
+    // The old text was given back.
     void GivenUp();
     // The user left the editor for another row of the variable grid, which may not exist.
     void LeftForRow(int row);

@@ -202,6 +202,11 @@ void TableEditing::Settle() {
     choice_.Cancel();
 }
 
+void TableEditing::GiveUp() {
+    cellEditor_.GiveUp();
+    choice_.Cancel();
+}
+
 void TableEditing::EditCell(int row, int column) {
     if (column < 1)
         return;

@@ -32,6 +32,8 @@ public:
     bool IsChanged() const { return editor_.IsChanged(); }
     // Enters what is being edited, gives up a choice that was not made.
     void Settle();
+    // Gives up both.
+    void GiveUp();
     // What the user entered in a cell of either grid.
     void Enter(const Grid& grid, int row, int column, const QString& text);
 

@@ -16,6 +16,7 @@
 #include <QCloseEvent>
 #include <QKeyEvent>
 #include <QScopeGuard>
+#include <QScopedValueRollback>
 
 namespace velmo {
 
@@ -44,10 +45,8 @@ void VLM_VEDT::ConnectControls() {
     };
     const auto chooseRow = guarded([this](int row, int) { ChooseTableRow(row); });
     connect(ui_.Vedt_FlexGrid, &Grid::CellClicked, this, chooseRow);
-    connect(ui_.Vedt_FlexGrid, &Grid::CellActivated, this, guarded([this](int row, int) {
-                if (!IsTableEditing())
-                    ChooseTableRow(row);
-            }));
+    connect(ui_.Vedt_FlexGrid, &Grid::CellActivated, this,
+            guarded([this](int row, int) { ActivateTableRow(row); }));
     connect(ui_.Vedt_FlexGrid, &Grid::TypingStarted, this,
             guarded([this](QEvent* event) { SearchTable(event); }));
     connect(ui_.Vedt_NowFGrid, &Grid::CellClicked, this, guarded([this](int row, int column) {
@@ -89,6 +88,17 @@ void VLM_VEDT::ConnectControls() {
 
 void VLM_VEDT::Load() {
     EndProgramOnError([this] {
+        state_.PickedPdf.clear();
+        const bool measured = state_.RunMode == run_mode::ReturnFromMeasure;
+        // A measurement is answered once, whatever becomes of the answer.
+        const auto answered = qScopeGuard([&] {
+            if (measured)
+                state_.RunMode = run_mode::VariableInput;
+        });
+        if (measured) {
+            settings_.Save(keys::VlmMode, run_mode::VariableInput);
+            settings_.Flush();
+        }
         ReadSymbol();
         ShowSymbol();
         RestoreChoice();
@@ -114,7 +124,6 @@ void VLM_VEDT::ReadSymbol() {
 
 void VLM_VEDT::ShowSymbol() {
     ui_.ShowCells();
-    ui_.TB_POINT->setEnabled(!IsTableEditing());
     ui_.Vedt_Slide->ShowSlide(state_.SymbolFile.chopped(4) + QStringLiteral(".SLD"));
     (table_.rows > 0 ? ui_.Vedt_FlexGrid : ui_.Vedt_NowFGrid)->setFocus();
     ShowHint();
@@ -141,11 +150,7 @@ void VLM_VEDT::ShowHint() {
 void VLM_VEDT::RestoreChoice() {
     const LastChoice choice = RestoreLastChoice(state_, settings_, variables_);
     ui_.Vedt_NowFGrid->TextsChanged();
-    if (state_.RunMode == run_mode::ReturnFromMeasure) {
-        settings_.Save(keys::VlmMode, run_mode::VariableInput);
-        settings_.Flush();
-        state_.RunMode = run_mode::VariableInput;
-    }
+    rowTaken_ = choice.valuesRestored;
     ui_.Vedt_NowFGrid->SetCurrentCell(choice.variableRow, 1);
     const bool stillThere = choice.tableRow >= 1 && choice.tableRow <= table_.rows;
     state_.TableLast = stillThere ? choice.tableRow : std::int16_t(1);
@@ -180,8 +185,20 @@ void VLM_VEDT::ChooseTableRow(int row) {
     CopyTableRow(grids);
     ui_.Vedt_NowFGrid->TextsChanged();
     state_.TableLast = std::int16_t(row);
+    rowTaken_ = true;
     ui_.hint->setText(
         QStringLiteral("寸法表の %1 行目 (%2) の値を入れました。").arg(row).arg(table_.cells.Text(row, 1)));
+}
+
+// Enter takes a row over, and goes on to the values that the chosen one gave: it drops none that were typed
+// over them.
+void VLM_VEDT::ActivateTableRow(int row) {
+    if (IsTableEditing())
+        return;
+    if (rowTaken_ && row == state_.TableLast)
+        ui_.Vedt_NowFGrid->setFocus();
+    else
+        ChooseTableRow(row);
 }
 
 // False when what was being edited could not be entered.
@@ -192,6 +209,13 @@ bool VLM_VEDT::SettleEditors() {
     cellEditor_->Settle();
     valueList_->Close();
     return !entryFailed_;
+}
+
+void VLM_VEDT::GiveUpEditors() {
+    if (editing_)
+        editing_->GiveUp();
+    cellEditor_->GiveUp();
+    valueList_->Close();
 }
 
 void VLM_VEDT::OpenValueEditor(int row, ValueList::Unfold unfold) {
@@ -279,10 +303,7 @@ bool VLM_VEDT::CheckCharacters() {
 }
 
 bool VLM_VEDT::MayAnswer() {
-    if (!SettleEditors())
-        return false;
-    const bool tableChanged = editing_ && editing_->IsChanged();
-    return CheckVariableGrid() && CheckCharacters() && (!tableChanged || editing_->CheckCharacters());
+    return SettleEditors() && CheckVariableGrid() && CheckCharacters();
 }
 
 // The answer files stay as they were when the settings, with all that was saved in them before, find no room.
@@ -291,15 +312,17 @@ void VLM_VEDT::GiveAnswer() {
     settings_.FlushAround([this] { EndProgramOnError([this] { WriteAnswer(state_, variables_); }); });
 }
 
-void VLM_VEDT::Leave() {
-    leaving_ = true;
-    close();
+bool VLM_VEDT::Leave() {
+    const QScopedValueRollback leaving(leaving_, true);
+    return close();
 }
 
 void VLM_VEDT::Confirm() {
     if (!MayAnswer())
         return;
     const bool savesTable = editing_ && editing_->IsChanged();
+    if (savesTable && !editing_->CheckCharacters())
+        return;
     if (!savesTable)
         SaveLastChoice(state_, settings_);
     GiveAnswer();
@@ -311,32 +334,38 @@ void VLM_VEDT::Confirm() {
     }
     // Everything is on disk before the window says that a selection was handed back.
     state_.Confirmed = true;
-    work_.DeleteIfOwn();
     Leave();
+    work_.DeleteIfOwn();
 }
 
+// The table is not saved.
 void VLM_VEDT::Measure() {
-    if (!MayAnswer())
+    if (!MayAnswer() || !MayLoseChanges())
         return;
     settings_.Save(keys::VlmMode, run_mode::ReturnFromMeasure);
-    settings_.Save(keys::DistNo, qMax(1, ui_.Vedt_NowFGrid->Row()));
+    settings_.Save(keys::DistNo, variables_.IsMessage() ? 0 : qMax(1, ui_.Vedt_NowFGrid->Row()));
     SaveLastChoice(state_, settings_);
     GiveAnswer();
     state_.Confirmed = true;
     Leave();
 }
 
+// What is being typed is given up with all the rest.
 void VLM_VEDT::Cancel() {
+    GiveUpEditors();
+    if (!MayLoseChanges())
+        return;
     EndProgramOnError([this] { WriteNoSelection(state_.TempDir); });
     state_.Confirmed = false;
     Q_EMIT Cancelled();
-    work_.DeleteIfOwn();
     Leave();
+    work_.DeleteIfOwn();
 }
 
 void VLM_VEDT::BackToTree() {
-    state_.RunMode = run_mode::VariableInput;
-    Leave();
+    GiveUpEditors();
+    if (MayLoseChanges() && Leave())
+        state_.RunMode = run_mode::VariableInput;
 }
 
 // The run ends with a document; neither the variables nor the table are handed over or kept.
@@ -344,11 +373,10 @@ void VLM_VEDT::ChooseDocument(const QString& caption) {
     if (!SettleEditors())
         return;
     const QString document = PickDocument(*this, caption, state_, messages_);
-    if (document.isEmpty() || !MayLoseChanges())
+    if (document.isEmpty() || !MayLoseChanges() || !Leave())
         return;
     state_.PickedPdf = document;
     state_.RunMode = run_mode::Document;
-    Leave();
 }
 
 // Asks where the table was changed.
@@ -358,17 +386,13 @@ bool VLM_VEDT::MayLoseChanges() {
                          QStringLiteral("寸法表の変更は保存されていません。破棄して閉じてよろしいですか"));
 }
 
-// The close box says nothing about changes to the table.
+// The close box, unlike the buttons, may be pressed with an editor open by mistake: what is being typed
+// counts.
 void VLM_VEDT::closeEvent(QCloseEvent* event) {
-    if (!SettleEditors()) {
+    if (leaving_ || (SettleEditors() && MayLoseChanges()))
+        ModalWindow::closeEvent(event);
+    else
         event->ignore();
-        return;
-    }
-    if (!leaving_ && !MayLoseChanges()) {
-        event->ignore();
-        return;
-    }
-    ModalWindow::closeEvent(event);
 }
 
 // Enter that no control has taken accepts the window.

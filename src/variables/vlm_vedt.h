@@ -46,8 +46,10 @@ private:
     bool IsTableEditing() const { return state_.RunMode == run_mode::UserLibrary; }
     ValueGrids Values();
     void ChooseTableRow(int row);
+    void ActivateTableRow(int row);
     void ShowChosenRow();
     bool SettleEditors();
+    void GiveUpEditors();
     void OpenValueEditor(int row, ValueList::Unfold unfold);
     void ActivateVariable(int row);
     void ApplyDropDown(int row, const QString& value);
@@ -60,7 +62,7 @@ private:
     bool CheckCharacters();
     bool MayAnswer();
     void GiveAnswer();
-    void Leave();
+    bool Leave();
     void Confirm();
     void Measure();
     void Cancel();
@@ -82,8 +84,10 @@ private:
     ValueList* valueList_ = nullptr;
     // In run mode 3, when there is a table to edit.
     TableEditing* editing_ = nullptr;
-    // A button closes the window, so that no change is lost by mistake.
+    // The window closes by a command that has asked what there was to ask.
     bool leaving_ = false;
+    // The values are those of the chosen row, or what the user had made of them.
+    bool rowTaken_ = false;
     // The text of an editor could not be entered; the user has been told.
     bool entryFailed_ = false;
 };

@@ -105,14 +105,12 @@ void PrintTo(const BadNumber& number, std::ostream* out) {
     *out << number.key << '=' << number.value;
 }
 
-// A number that the browser or the variable window needs.
+// A number that the browser needs.
 class BadNumberTest : public BadSettingsTest, public testing::WithParamInterface<BadNumber> {};
 
 TEST_P(BadNumberTest, IsToldWithFileAndKey) {
     Confirm();
     session_.Set(GetParam().key, GetParam().value);
-    if (QString(GetParam().key) == "TBLLast")
-        session_.Set("VlmNxt", "1");
     const QByteArray settings = session_.SettingsFile();
     const QByteArray choice = session_.ReadExchange("velmo.ret2");
     ExpectFailedStart({GetParam().error, session_.SettingsPath(), GetParam().key});
@@ -123,19 +121,33 @@ TEST_P(BadNumberTest, IsToldWithFileAndKey) {
 INSTANTIATE_TEST_SUITE_P(
     All, BadNumberTest,
     testing::Values(BadNumber{"TreeLast", "二", "'13'"}, BadNumber{"TreeLast", "70000", "'6'"},
-                    BadNumber{"VlmMainLeft", "left", "'13'"}, BadNumber{"VlmMainWidth", "6,500", "'13'"},
-                    BadNumber{"TBLLast", "x", "'13'"}),
+                    BadNumber{"VlmMainLeft", "left", "'13'"}, BadNumber{"VlmMainWidth", "6,500", "'13'"}),
     [](const auto& tested) { return std::string(tested.param.key) + std::to_string(tested.index); });
 
-TEST_F(BadSettingsTest, ARowBelowOneIsTheFirst) {
+TEST_F(BadSettingsTest, ARowThatIsNoneIsTheFirst) {
     StartWith("VLM_MAIN");
     OpenEntry(bolts, "六角ボルト");
     Run().Click("Vedt_OKBtn");
     EXPECT_EQ(End(), 0);
     session_.Set("VlmNxt", "1");
-    session_.Set("TBLLast", "-3");
-    StartWith("VLM_VEDT");
-    EXPECT_EQ(CurrentRow("Vedt_FlexGrid"), 1);
+    for (const char* row : {"-3", "x", "70000"}) {
+        session_.Set("TBLLast", row);
+        session_.Set("DistNo", row);
+        session_.Set("VlmMode", "4");
+        session_.Set("VlmDist", "0");
+        StartWith("VLM_VEDT");
+        EXPECT_EQ(CurrentRow("Vedt_FlexGrid"), 1);
+        EXPECT_EQ(CurrentRow("Vedt_NowFGrid"), 1);
+    }
+}
+
+// A return from measuring on a symbol that cannot be read must not come again and again.
+TEST_F(BadSettingsTest, AMeasurementIsAnsweredOnceThoughItsSymbolIsGone) {
+    session_.Set("VlmMode", "4");
+    session_.WriteExchangeLines("velmo.ret2", {session_.HomeDir() + "SMB\\NONE.TXT", "TOLVIKS"});
+    ExpectFailedStart({"SMB\\NONE.TXT"});
+    EXPECT_EQ(session_.Setting("VlmMode"), QString("2"));
+    StartWith("VLM_MAIN");
 }
 
 TEST_F(BadSettingsTest, APlaceFarOutsideIsBroughtBack) {

@@ -37,12 +37,15 @@ protected:
         Run().WaitForText("Vlm_Text", "B.pdf");
         Run().Click("Vlm_FilOKBtn");
     }
-    void ExpectDocumentAnswered() {
+    void ExpectDocument() {
         EXPECT_EQ(End(), 0);
         EXPECT_EQ(session_.ReadExchangeLines("velmo.doc"),
                   QStringList(session_.HomeDir() + "DOC\\図面\\B.pdf"));
         EXPECT_EQ(session_.ReadExchange("velmo.ret"), values_);
         EXPECT_EQ(session_.ReadExchange("velmo.ret2"), choice_);
+    }
+    void ExpectDocumentAnswered() {
+        ExpectDocument();
         EXPECT_EQ(session_.SettingsFile(), settings_);
     }
 
@@ -94,11 +97,54 @@ TEST_F(DocumentTest, MenuCancelIsTheButton) {
 
 TEST_F(DocumentTest, ADocumentEndsTheRunOfTheBrowserToo) {
     session_.WriteExchangeLines("velmo.ret2", {"NO SELECT", "TOLVIKS"});
+    session_.Set("VlmMode", "2");
     StartWith("VLM_MAIN");
+    Run().ResizeWindow("VLM_MAIN", {520, 410});
     OpenEntry({"トルヴィク", "ボルト"}, "六角ボルト");
     Remember();
     ChooseDocument("VedtMnuFileOpen");
-    ExpectDocumentAnswered();
+    ExpectDocument();
+    // As after any symbol that was opened.
+    EXPECT_EQ(session_.Setting("TreeLast"), QString("2"));
+    EXPECT_EQ(session_.Setting("LastPDF"), Symbol("HEX.TXT"));
+    EXPECT_EQ(session_.Setting("VlmMainWidth"), QString::number(520 * 15));
+    EXPECT_EQ(session_.Setting("SmbTbl1"), std::nullopt);
+    EXPECT_EQ(session_.Setting("VlmMode"), QString("2"));
+}
+
+TEST_F(DocumentTest, InTheUserLibrarysModeTheBrowserRemembersItsOwnPlace) {
+    session_.WriteExchangeLines("velmo.ret2", {"NO SELECT", "TOLVIKS"});
+    session_.Set("VlmMode", "3");
+    session_.Set("VlmNxt", "0");
+    StartWith("VLM_MAIN");
+    Remember();
+    OpenEntry({"トルヴィク", "ボルト"}, "六角ボルト");
+    ChooseDocument("VedtMnuFileOpen");
+    ExpectDocument();
+    EXPECT_EQ(session_.Setting("EdtTreeLast"), QString("2"));
+    EXPECT_EQ(session_.Setting("Tree2nd1st"), QString("1"));
+    EXPECT_EQ(session_.Setting("UsrTreeLast"), std::nullopt);
+}
+
+// No run begins with the mode of one that ended with a document.
+TEST_F(DocumentTest, TheModeOfADocumentInTheStoreChoosesNone) {
+    for (const char* way : {"VEdt_CanBtn", "Vedt_OKBtn"}) {
+        session_.WriteExchangeLines("velmo.ret2", {Symbol("HEX.TXT"), "TOLVIKS"});
+        session_.Set("VlmMode", "33");
+        session_.Set("VlmNxt", "1");
+        StartWith("VLM_VEDT");
+        Run().Click(way);
+        EXPECT_EQ(End(), 0);
+        EXPECT_FALSE(session_.ExistsInExchange("velmo.doc"));
+    }
+    session_.Set("VlmNxt", "0");
+    StartWith("VLM_MAIN");
+    OpenEntry({"トルヴィク", "ボルト"}, "六角ボルト");
+    Run().Click("VEdt_CanBtn");
+    Run().WaitFor("the browser alone", [this] { return !Run().IsWindowShown("VLM_VEDT"); });
+    Run().CloseWindow("VLM_MAIN");
+    EXPECT_EQ(End(), 0);
+    EXPECT_FALSE(session_.ExistsInExchange("velmo.doc"));
 }
 
 TEST_F(DocumentTest, AChangedTableIsAskedAbout) {

@@ -121,7 +121,7 @@ TEST_F(MeasureTest, ASymbolWithoutVariablesSurvivesTheCycle) {
     Run().ClickAction("TB_POINT");
     EXPECT_EQ(End(), 0);
     EXPECT_EQ(session_.ReadExchange("velmo.ret"), "0\r\n");
-    EXPECT_EQ(session_.Setting("DistNo"), QString("1"));
+    EXPECT_EQ(session_.Setting("DistNo"), QString("0"));
     session_.Set("VlmDist", "3");
     StartWith("VLM_VEDT");
     EXPECT_THAT(Run().Texts("Vedt_NowFGrid"), ElementsAre(ElementsAre("変数がありません")));

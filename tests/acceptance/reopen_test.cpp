@@ -68,6 +68,45 @@ TEST_F(ReopenTest, AnotherSymbolThanTheLastBeginsAfresh) {
     EXPECT_EQ(CurrentRow("Vedt_FlexGrid"), 1);
 }
 
+TEST_F(ReopenTest, ValuesOfAnotherSymbolStayAway) {
+    ConfirmOnce();
+    EXPECT_EQ(session_.Setting("SmbTblOf"), Symbol("HEX.TXT"));
+    session_.Set("VlmNxt", "0");
+    // Opened and left again, it is the symbol chosen last, but no value of it was confirmed.
+    StartWith("VLM_MAIN");
+    OpenEntry(bolts, "アイボルト");
+    Run().CloseWindow("VLM_VEDT");
+    Run().WaitFor("the browser alone", [this] { return !Run().IsWindowShown("VLM_VEDT"); });
+    Run().CloseWindow("VLM_MAIN");
+    EXPECT_EQ(End(), 0);
+    EXPECT_EQ(session_.Setting("LastPDF"), Symbol("EYE.TXT"));
+    StartWith("VLM_MAIN");
+    OpenEntry(bolts, "アイボルト");
+    EXPECT_THAT(Values(), ElementsAre("8", "1"));
+}
+
+TEST_F(ReopenTest, NamesThatWereConfirmedInTheTableEditorAreNoValues) {
+    session_.WriteExchangeLines("velmo.ret2", {Symbol("EYE.TXT"), "VELMO"});
+    session_.Set("VlmMode", "3");
+    session_.Set("VlmNxt", "1");
+    StartWith("VLM_VEDT");
+    Run().Click("Vedt_OKBtn");
+    EXPECT_EQ(End(), 0);
+    EXPECT_EQ(session_.Setting("VlmTblOf"), QString());
+    session_.Set("VlmMode", "2");
+    StartWith("VLM_VEDT");
+    EXPECT_THAT(Values(), ElementsAre("8", "1"));
+}
+
+TEST_F(ReopenTest, EnterKeepsTheValuesThatWereTyped) {
+    ConfirmOnce();
+    session_.Set("SmbTbl1", "12.7");
+    StartWith("VLM_VEDT");
+    Run().Press("Return");
+    EXPECT_THAT(Values(), ElementsAre("12.7", "50", "S45C"));
+    EXPECT_EQ(Run().Focus(), QString("Vedt_NowFGrid"));
+}
+
 TEST_F(ReopenTest, CancelEndsTheProgramAndTheNextRunIsTheBrowser) {
     ConfirmOnce();
     const QByteArray values = session_.ReadExchange("velmo.ret");

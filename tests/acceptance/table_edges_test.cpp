@@ -129,14 +129,6 @@ TEST_F(TableEdgesTest, TheEditorStaysOverItsCell) {
     EXPECT_EQ(TableText(4, 3), QString("8"));
 }
 
-TEST_F(TableEdgesTest, NothingIsMeasured) {
-    OpenTable();
-    Run().Press("Ctrl+M");
-    EXPECT_TRUE(Run().IsWindowShown("VLM_VEDT"));
-    EXPECT_EQ(session_.Setting("VlmMode"), QString("3"));
-    EXPECT_FALSE(session_.ExistsInExchange("velmo.ret"));
-}
-
 TEST_F(TableEdgesTest, ControlTabLeavesTheTable) {
     OpenTable();
     Run().Press("Ctrl+Tab");

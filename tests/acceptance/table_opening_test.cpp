@@ -23,7 +23,7 @@ TEST_F(TableOpeningTest, ShowsTheTableAndTheNames) {
         EXPECT_EQ(TableText(row, 0), QString::number(row));
     ExpectCurrent({1, 1});
     EXPECT_EQ(Selected(), QString("1,1 - 1,1"));
-    EXPECT_FALSE(Run().Action("TB_POINT")["enabled"].toBool());
+    EXPECT_TRUE(Run().Action("TB_POINT")["enabled"].toBool());
     for (const char* menu : {"VedtMnuEdit", "VedtMnuRow", "VedtMnuCol"})
         EXPECT_TRUE(Run().Action(menu)["shown"].toBool()) << menu;
 }
@@ -155,10 +155,29 @@ TEST_F(EditFromBrowserTest, BackToTheTreeDropsTheChanges) {
     OpenEntry({"トルヴィク", "ボルト"}, "六角ボルト");
     Enter({1, 2}, "11");
     Run().Click("Vedt_TreeBtn");
+    Run().WaitForMessage();
+    Run().AnswerYes();
     WaitForBrowser();
     EXPECT_EQ(session_.ReadHome(tableFile_), before);
     EXPECT_EQ(session_.ReadExchange("velmo.ret2"), answer);
     EXPECT_FALSE(session_.ExistsInHome("SMB\\BOLT\\HEX.TMP"));
+}
+
+// A cancel that was taken back is none for the browser either: it remembers the symbol that was opened.
+TEST_F(EditFromBrowserTest, ARefusedCancelForgetsNothing) {
+    OpenEntry({"トルヴィク", "ボルト"}, "六角ボルト");
+    Enter({1, 2}, "11");
+    Run().Click("VEdt_CanBtn");
+    Run().WaitForMessage();
+    Run().AnswerNo();
+    Run().CloseWindow("VLM_VEDT");
+    Run().WaitForMessage();
+    Run().AnswerYes();
+    WaitForBrowser();
+    Run().CloseWindow("VLM_MAIN");
+    EXPECT_EQ(End(), 0);
+    EXPECT_EQ(session_.Setting("EdtTreeLast"), QString("2"));
+    EXPECT_EQ(session_.ReadExchangeLines("velmo.ret2"), QStringList({"old", "VELMO"}));
 }
 
 } // namespace

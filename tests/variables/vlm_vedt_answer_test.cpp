@@ -190,11 +190,11 @@ TEST_F(VedtAnswerTest, AMeasuredValueComesBackToItsVariable) {
     EXPECT_EQ(Variables()->Row(), 3);
 }
 
-TEST_F(VedtAnswerTest, MeasureWithoutVariablesNamesRowOne) {
+TEST_F(VedtAnswerTest, MeasureWithoutVariablesNamesNoRow) {
     symbol.Define({});
     Open();
     ClickMeasure();
-    EXPECT_EQ(Setting(keys::DistNo), QStringLiteral("1"));
+    EXPECT_EQ(Setting(keys::DistNo), QStringLiteral("0"));
 }
 
 TEST_F(VedtAnswerTest, CancelSaysThatNothingWasChosen) {
@@ -355,7 +355,17 @@ TEST_F(VedtAnswerTest, AWorkDatabaseThatStaysIsToldAfterTheAnswer) {
     EXPECT_TRUE(symbol.state.Confirmed);
     EXPECT_EQ(Setting(keys::LastPDF), symbol.state.SymbolFile);
     EXPECT_TRUE(symbol.folder.Exists("velmo.ret"));
+    EXPECT_TRUE(HasWorkDatabase());
+    EXPECT_FALSE(window->isVisible());
+}
 
+TEST_F(VedtAnswerTest, AWorkDatabaseThatStaysIsToldAfterTheCancel) {
+    if (!OtherUser::IsPossible())
+        GTEST_SKIP() << "not the superuser";
+    symbol.state.Confirmed = true;
+    Open();
+    const OtherUser other(NativePath({}));
+    ASSERT_TRUE(other.Changed());
     const QSignalSpy cancelled(window.get(), &VLM_VEDT::Cancelled);
     messages.ExpectContaining("VELMONOW.mdb");
     ClickButton("VEdt_CanBtn");
@@ -363,6 +373,7 @@ TEST_F(VedtAnswerTest, AWorkDatabaseThatStaysIsToldAfterTheAnswer) {
     EXPECT_FALSE(symbol.state.Confirmed);
     EXPECT_EQ(cancelled.size(), 1);
     EXPECT_TRUE(HasWorkDatabase());
+    EXPECT_FALSE(window->isVisible());
 }
 #endif
 

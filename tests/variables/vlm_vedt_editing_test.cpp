@@ -80,16 +80,6 @@ TEST_F(VedtEditingTest, TellsHowMuchOfItsColumnATextFills) {
     EXPECT_EQ(panel->text(), QStringLiteral("2 / 5 文字"));
 }
 
-TEST_F(VedtEditingTest, NothingIsMeasured) {
-    WriteRows();
-    Open();
-    EXPECT_FALSE(Find<QAction>("TB_POINT")->isEnabled());
-    ClickMeasure();
-    Press(Qt::Key_M, Qt::ControlModifier);
-    EXPECT_TRUE(window->isVisible());
-    EXPECT_FALSE(symbol.folder.Exists("velmo.ret"));
-}
-
 TEST_F(VedtEditingTest, TheNamesAreNotReplacedByRememberedValues) {
     WriteRows();
     settings.Save(keys::LastPDF, symbol.state.SymbolFile);

@@ -181,6 +181,47 @@ TEST_F(VedtOpeningTest, AReturnFromMeasuringOfAnotherSymbolIsVariableInputToo) {
     EXPECT_EQ(CurrentValues(), (QStringList{"100", "20", "3"}));
 }
 
+TEST_F(VedtOpeningTest, AMeasurementIsAnsweredOnceThoughTheSymbolCannotBeRead) {
+    settings.Save(keys::VlmMode, 4);
+    settings.Flush();
+    symbol.state.RunMode = run_mode::ReturnFromMeasure;
+    symbol.Define({"Vx=1"});
+    EXPECT_TRUE(LoadError().IsFatal());
+    EXPECT_EQ(Setting(keys::VlmMode), QStringLiteral("2"));
+    EXPECT_EQ(symbol.state.RunMode, run_mode::VariableInput);
+}
+
+TEST_F(VedtOpeningTest, NoDocumentIsLeftOfAnEarlierWindow) {
+    symbol.state.PickedPdf = QStringLiteral("A.PDF");
+    Open();
+    EXPECT_EQ(symbol.state.PickedPdf, QString());
+}
+
+TEST_F(VedtOpeningTest, EnterKeepsRestoredValuesAndGoesOnToThem) {
+    WriteRows();
+    Remember(2);
+    Open();
+    ASSERT_TRUE(Table()->hasFocus());
+    Press(Qt::Key_Return);
+    EXPECT_EQ(CurrentValues(), (QStringList{"77", "20", "3"}));
+    EXPECT_TRUE(Variables()->hasFocus());
+    // A click takes the row over, whatever the values are.
+    ClickTable(2);
+    EXPECT_EQ(CurrentValues(), (QStringList{"12", "2", "3"}));
+}
+
+TEST_F(VedtOpeningTest, WithNothingRestoredEnterTakesTheFirstRow) {
+    WriteRows();
+    Remember(1);
+    settings.Save(keys::SmbTblOf, "another");
+    Open();
+    Press(Qt::Key_Return);
+    EXPECT_EQ(CurrentValues(), (QStringList{"10", "1", "3"}));
+    EXPECT_TRUE(Table()->hasFocus());
+    Press(Qt::Key_Return);
+    EXPECT_TRUE(Variables()->hasFocus()) << "it is taken";
+}
+
 TEST_F(VedtOpeningTest, ALoadThatFailsEndsTheProgram) {
     symbol.Define({"Vx=1"});
     RuntimeError error = LoadError();
