@@ -28,6 +28,37 @@ bool SameNumber(const QString& left, const QString& right) {
     return ToNumber(left) == ToNumber(right);
 }
 
+// The row of the variable that a name means: the one of exactly that name, or else the first that compares
+// equal; 0 for none. The comment row is no variable, whatever its name.
+int RowOfVariableNamed(Database& database, const QString& name) {
+    int alike = 0;
+    for (RecordSet named = SelectVariablesNamed(database, name); !named.Eof(); named.MoveNext()) {
+        const int row = named.Integer(u"ValNum");
+        if (row > 0 && named.Text(u"ValName") == name)
+            return row;
+        alike = alike > 0 ? alike : row;
+    }
+    return alike;
+}
+
+// Tells the rows of a nominal group among all that compare equal to it: those of exactly that nominal, or
+// else all of them.
+class NominalGroup {
+public:
+    NominalGroup(Database& database, const QString& nominal) : nominal_(nominal) {
+        for (RecordSet rows = SelectGroup(database, nominal_); !rows.Eof() && !exact_; rows.MoveNext())
+            exact_ = IsExact(rows);
+    }
+
+    bool Holds(const RecordSet& row) const { return !exact_ || IsExact(row); }
+
+private:
+    bool IsExact(const RecordSet& row) const { return row.Text(1) == nominal_; }
+
+    QString nominal_;
+    bool exact_ = false;
+};
+
 // Current values are gathered before the first of them changes.
 using Changes = std::vector<std::pair<int, QString>>;
 
@@ -42,12 +73,9 @@ void CopyTableRow(const ValueGrids& grids) {
     Database database = grids.work.Open(Database::Access::Read);
     Changes changes;
     for (int column = 1; column < grids.table.Cols(); ++column) {
-        RecordSet named = SelectVariablesNamed(database, TrimBlanks(grids.table.Text(0, column)).toString());
-        // The comment row is no variable, whatever its name.
-        while (!named.Eof() && named.Integer(u"ValNum") == 0)
-            named.MoveNext();
-        if (!named.Eof())
-            changes.emplace_back(named.Integer(u"ValNum"), grids.table.Text(grids.tableRow, column));
+        const QString name = TrimBlanks(grids.table.Text(0, column)).toString();
+        if (const int row = RowOfVariableNamed(database, name))
+            changes.emplace_back(row, grids.table.Text(grids.tableRow, column));
     }
     Make(changes, grids.variables);
 }
@@ -62,9 +90,10 @@ QStringList AllowedValues(const ValueGrids& grids, int variableRow) {
         return {};
     QStringList values;
     QSet<QString> known;
+    const NominalGroup group(database, Nominal(grids));
     for (RecordSet rows = SelectGroup(database, Nominal(grids)); !rows.Eof(); rows.MoveNext()) {
         const QString value = rows.Text(column);
-        if (!known.contains(value)) {
+        if (group.Holds(rows) && !known.contains(value)) {
             known.insert(value);
             values << value;
         }
@@ -85,9 +114,13 @@ void ApplyAllowedValue(const ValueGrids& grids, int variableRow, const QString& 
             columns[size_t(row)] = TableColumnOfRow(variables, row);
         }
     }
+    const NominalGroup group(database, Nominal(grids));
     RecordSet rows = SelectTableRows(database);
     FindGroup(rows, Nominal(grids));
-    while (!rows.NoMatch() && !SameNumber(value, rows.Text(columns[size_t(variableRow)])))
+    const auto hasValue = [&] {
+        return group.Holds(rows) && SameNumber(value, rows.Text(columns[size_t(variableRow)]));
+    };
+    while (!rows.NoMatch() && !hasValue())
         rows.FindNext();
     if (rows.NoMatch())
         return;

@@ -15,6 +15,9 @@ struct ValueGrids {
     GridCells& variables;
 };
 
+// Names and nominals mean those that are exactly so; only where there is none, those that the work database
+// takes for equal.
+
 // Puts the chosen table row's cells into the current values of the variables that its columns are named
 // after. A quote in a column's name is error 3075; no current value has changed then.
 void CopyTableRow(const ValueGrids& grids);

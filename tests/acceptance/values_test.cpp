@@ -42,12 +42,27 @@ TEST_F(ValuesTest, ThatAreNoNumbersAreAnError) {
     EXPECT_THAT(Values(), ElementsAre("10", "50", "SS400"));
 }
 
-TEST_F(ValuesTest, GroupsAreShownExactlyAndLookedUpAsJapaneseText) {
+TEST_F(ValuesTest, GroupsAreShownAndLookedUpExactly) {
     OpenWithRows({"   M10   10   50", "   Ｍ10   11   60", "   m10   12   70"});
     EXPECT_THAT(TableRows(), ElementsAre(ElementsAre("M10", "10", "50"), ElementsAre("Ｍ10", "11", "60"),
                                          ElementsAre("m10", "12", "70")));
     ClickVariable(2, 1);
-    EXPECT_THAT(Run().ComboItems("CurCmb"), ElementsAre("50", "60", "70"));
+    EXPECT_THAT(Run().ComboItems("CurCmb"), ElementsAre("50"));
+    Run().Press("Escape");
+    ClickTable(3, 1);
+    ClickVariable(2, 1);
+    EXPECT_THAT(Run().ComboItems("CurCmb"), ElementsAre("70"));
+}
+
+TEST_F(ValuesTest, NamesThatDifferInCaseAreTwoVariables) {
+    session_.WriteHomeLines("SMB\\BOLT\\HEX.TXT", {"$VAR", R"(V1=PRO("D",1))", R"(V2=PRO("d",2))", "$GEO"});
+    QStringList lines = HexTableLines();
+    lines[11] = "D";
+    lines[16] = "d";
+    session_.WriteHomeLines("SMB\\BOLT\\HEX.PMN", lines);
+    OpenHex();
+    ClickTable(2, 1);
+    EXPECT_THAT(Values(), ElementsAre("12", "50"));
 }
 
 TEST_F(ValuesTest, OfTheChosenGroupAreOffered) {

@@ -52,6 +52,22 @@ TEST_F(CurrentValuesTest, NamesAreTrimmedAndCompareAsJapaneseDoes) {
     EXPECT_EQ(symbol.CurrentValues(), (QStringList{"10", "1", "3"}));
 }
 
+TEST_F(CurrentValuesTest, TheExactNameGoesFirst) {
+    symbol.Define({QStringLiteral("V1=PRO(\"D\",1)"), QStringLiteral("V2=PRO(\"d\",2)"),
+                   QStringLiteral("V3=PRO(\"Ｄ\",3)")});
+    symbol.WriteTable({{Comment, 4, QStringLiteral("呼び")}, {"V2", 5, "d"}, {"V1", 5, "D"}, {"V3", 5, "Ｄ"}},
+                      {"M10   20   10   30"});
+    symbol.Load();
+    CopyTableRow(Grids(1));
+    EXPECT_EQ(symbol.CurrentValues(), (QStringList{"10", "20", "30"}));
+    // Where none is exact, the first that compares equal.
+    symbol.table.cells.SetText(0, 2, u"ｄ");
+    symbol.table.cells.SetText(1, 2, u"99");
+    symbol.table.cells.SetText(0, 3, u"other");
+    CopyTableRow(Grids(1));
+    EXPECT_EQ(symbol.CurrentValues(), (QStringList{"99", "20", "30"}));
+}
+
 TEST_F(CurrentValuesTest, AVariableNamedLikeTheCommentColumnIsFound) {
     symbol.Define({QStringLiteral("V12=PRO(\"呼び\",100)")});
     symbol.WriteTable({{Comment, 4, QStringLiteral("呼び")}}, {"M10"});
@@ -68,10 +84,27 @@ TEST_F(CurrentValuesTest, AQuoteInAColumnNameIsAnError) {
 
 TEST_F(CurrentValuesTest, TheTableAllowsTheValuesOfTheNominalGroupOnceEach) {
     WriteRows({"M10   10   1", "M12   12   2", "M10   10   3", "M10    8   3", "m10    9   4"});
-    EXPECT_EQ(AllowedValues(Grids(1), 1), (QStringList{"10", "8", "9"}))
-        << "case does not tell groups apart here";
-    EXPECT_EQ(AllowedValues(Grids(1), 2), (QStringList{"1", "3", "4"}));
+    EXPECT_EQ(AllowedValues(Grids(1), 1), (QStringList{"10", "8"}));
+    EXPECT_EQ(AllowedValues(Grids(1), 2), (QStringList{"1", "3"}));
     EXPECT_EQ(AllowedValues(Grids(2), 1), (QStringList{"12"}));
+    EXPECT_EQ(AllowedValues(Grids(3), 1), (QStringList{"9"})) << "case tells groups apart";
+}
+
+TEST_F(CurrentValuesTest, WithoutAnExactGroupTheOnesThatCompareEqualCount) {
+    WriteRows({"M10   10   1", "m10    9   4", "M12   12   2"});
+    symbol.table.cells.SetText(1, 1, u"ｍ10");
+    EXPECT_EQ(AllowedValues(Grids(1), 1), (QStringList{"10", "9"}));
+    ApplyAllowedValue(Grids(1), 1, "9");
+    EXPECT_EQ(symbol.CurrentValues(), (QStringList{"9", "4", "3"}));
+}
+
+TEST_F(CurrentValuesTest, AChoiceTakesARowOfTheExactGroup) {
+    WriteRows({"m10    x   7", "m10    8   1", "M10    9   2", "M10    8   3"});
+    ApplyAllowedValue(Grids(2), 1, "8");
+    EXPECT_EQ(symbol.CurrentValues(), (QStringList{"8", "3", "3"}))
+        << "what is no number is not even looked at";
+    ApplyAllowedValue(Grids(2), 2, "1");
+    EXPECT_EQ(symbol.CurrentValues(), (QStringList{"8", "3", "3"})) << "only the other group has it";
 }
 
 TEST_F(CurrentValuesTest, EqualMeansTheSameText) {
