@@ -26,6 +26,17 @@ bool IsAscii(QStringView text) {
 // What the converter beneath gives, without calling it an error, for a byte that means nothing.
 constexpr QChar Substitute = u'\x1A';
 
+// The control characters whose codes the converter beneath exchanges in a text that is not all ASCII. None of
+// them is the second half of a character.
+bool IsExchanged(char16_t code) {
+    return code == 0x1A || code == 0x1C || code == 0x7F;
+}
+
+bool HasExchanged(QByteArrayView bytes) {
+    return std::any_of(bytes.begin(), bytes.end(),
+                       [](char c) { return IsExchanged(static_cast<unsigned char>(c)); });
+}
+
 bool IsLeadByte(char byte) {
     const auto c = static_cast<unsigned char>(byte);
     return (c >= 0x81 && c <= 0x9F) || (c >= 0xE0 && c <= 0xFC);
@@ -41,8 +52,8 @@ bool EndsInsideCharacter(QByteArrayView bytes) {
 
 // One character of one or two bytes; empty when the bytes mean nothing.
 QString DecodeCharacter(QByteArrayView bytes) {
-    if (bytes.size() == 1 && bytes[0] == '\x1A')
-        return QString(Substitute);
+    if (IsAscii(bytes))
+        return QString::fromLatin1(bytes);
     QStringDecoder decoder(CodePageName);
     const QString text = decoder(bytes);
     const bool foreign =
@@ -57,7 +68,7 @@ CodePageDecoder::CodePageDecoder() : decoder_(std::in_place, CodePageName) {}
 QString CodePageDecoder::Decode(QByteArrayView bytes) {
     if (IsAscii(bytes))
         return QString::fromLatin1(bytes);
-    if (EndsInsideCharacter(bytes))
+    if (EndsInsideCharacter(bytes) || HasExchanged(bytes))
         return DecodeOneByOne(bytes);
     QString text = (*decoder_)(bytes);
     if (!decoder_->hasError() && !text.contains(Substitute) && !text.contains(QChar::ReplacementCharacter))
@@ -96,6 +107,23 @@ bool CodePageEncoder::Append(QStringView text, QByteArray& bytes) {
                        [](QChar c) { return char(c.unicode()); });
         return true;
     }
+    bool known = true;
+    for (qsizetype from = 0, at = 0; known && at <= text.size(); ++at) {
+        const bool exchanged = at < text.size() && IsExchanged(text[at].unicode());
+        if (!exchanged && at < text.size())
+            continue;
+        known = Encode(text.sliced(from, at - from), bytes);
+        if (exchanged)
+            bytes += char(text[at].unicode());
+        from = at + 1;
+    }
+    if (!known)
+        bytes.truncate(before);
+    return known;
+}
+
+// Adds nothing when it fails.
+bool CodePageEncoder::Encode(QStringView text, QByteArray& bytes) {
     const QByteArray encoded = (*encoder_)(text);
     if (encoder_->hasError()) {
         // The error mark of an encoder is never taken back.

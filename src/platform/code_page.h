@@ -37,6 +37,8 @@ public:
     bool Append(QStringView text, QByteArray& bytes);
 
 private:
+    bool Encode(QStringView text, QByteArray& bytes);
+
     // Never moved, like the decoder's.
     std::optional<QStringEncoder> encoder_;
 };

@@ -32,6 +32,23 @@ TEST(CodePage, EncodesAndDecodesTheSameText) {
     EXPECT_EQ(decoder.Decode(EncodeCodePage(text)), text);
 }
 
+TEST(CodePage, AsciiKeepsItsCodesNextToJapanese) {
+    CodePageDecoder decoder;
+    for (int code = 0; code < 0x80; ++code) {
+        const QString text = QStringLiteral("呼") + QChar(code) + QStringLiteral("び") + QChar(code);
+        const QByteArray bytes = QByteArray("\x8C\xC4") + char(code) + QByteArray("\x82\xD1") + char(code);
+        EXPECT_EQ(decoder.Decode(bytes), text) << code;
+        EXPECT_EQ(EncodeCodePage(text), bytes) << code;
+    }
+    EXPECT_EQ(decoder.Decode("\x83\x7F"), QStringLiteral("\uFFFD\x7F")) << "no second half";
+    CodePageEncoder encoder;
+    QByteArray bytes = "<";
+    EXPECT_FALSE(encoder.Append(u"呼\x1A"
+                                u"é",
+                                bytes));
+    EXPECT_EQ(bytes, "<");
+}
+
 TEST(CodePage, NamesTheFirstForeignCharacter) {
     EXPECT_EQ(FirstForeignCharacter(u"ボルト"), std::nullopt);
     EXPECT_EQ(FirstForeignCharacter(u"φ10±é"), QStringLiteral("é"));
