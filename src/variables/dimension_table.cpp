@@ -37,6 +37,17 @@ void LinkColumn(RecordSet& variables, int column, int width, int small, const QS
     variables.Update();
 }
 
+// The next line, without the mark with which old programs end a file.
+QString ReadUpToEndMark(TextReader& file) {
+    constexpr char16_t endMark = u'\x1A';
+    QString line = file.ReadLine();
+    if (line.endsWith(endMark) && file.AtEnd()) {
+        while (line.endsWith(endMark))
+            line.chop(1);
+    }
+    return line;
+}
+
 class TableReader {
 public:
     TableReader(const GlobalState& state, Database& database, GridCells& variableGrid,
@@ -130,7 +141,7 @@ private:
     }
 
     void ReadRows(TextReader& file, GridCells& cells) {
-        const int rows = ToInteger(file.ReadLine());
+        const int rows = ToInteger(ReadUpToEndMark(file));
         if (count_ < 1)
             throw RuntimeError(ErrorNumber::SubscriptOutOfRange);
         cells.SetCols(count_ + 1);
@@ -140,10 +151,10 @@ private:
         for (int row = 0; row < rows; ++row) {
             if (progress_ && row % RowsBetweenProgress == 0)
                 progress_(file.Position(), file.Size());
-            ReadRow(file.ReadLine(), records);
+            ReadRow(ReadUpToEndMark(file), records);
         }
         while (!file.AtEnd() && !leftOver_)
-            leftOver_ = !TrimBlanks(file.ReadLine()).isEmpty();
+            leftOver_ = !TrimBlanks(ReadUpToEndMark(file)).isEmpty();
     }
 
     void ReadRow(const QString& line, RecordSet& records) {

@@ -420,6 +420,34 @@ TEST_F(DimensionTableTest, WhatStandsBehindColumnsAndRowsIsNotRead) {
     EXPECT_FALSE(isWhole(longer));
 }
 
+// As old programs end a file.
+TEST_F(DimensionTableTest, AnEndMarkIsNoPartOfTheTable) {
+    const QStringList rows{"M10 100   20 ", QStringLiteral("呼び12110   21 ")};
+    for (const std::int16_t mode : {run_mode::VariableInput, run_mode::UserLibrary}) {
+        symbol.state.RunMode = mode;
+        symbol.WriteTable(columns, rows);
+        const QByteArray table = symbol.folder.Read("S1.PMN");
+        // Behind the last line, and behind its values with more or fewer blanks.
+        for (const qsizetype cut : {0, 2, 3, 4}) {
+            for (const char* mark : {"\x1A", "\x1A\x1A\x1A", "\x1A\r\n"}) {
+                symbol.folder.Write("S1.PMN", table.chopped(cut) + mark);
+                symbol.Load();
+                EXPECT_TRUE(symbol.table.whole) << cut;
+                ASSERT_EQ(symbol.table.rows, 2);
+                EXPECT_EQ(Shown()[2],
+                          (QStringList{"2", QStringLiteral("呼び12"), "110", cut < 4 ? "21" : "2"}));
+            }
+        }
+        symbol.folder.Write("S1.PMN", table + "\x1A\r\nM16 120   22 \r\n");
+        symbol.Load();
+        EXPECT_FALSE(symbol.table.whole) << "there it ends nothing";
+        symbol.WriteTable(columns, {});
+        symbol.folder.Write("S1.PMN", symbol.folder.Read("S1.PMN").chopped(2) + "\x1A");
+        symbol.Load();
+        EXPECT_TRUE(symbol.table.whole) << "a table without rows";
+    }
+}
+
 TEST_F(DimensionTableTest, AWrongColumnIndexIsNotTheWholeFile) {
     symbol.WriteTableLines({"", "2", "1", "V12", "4", "0", "W", "7", "0"});
     symbol.Load();
