@@ -17,6 +17,16 @@ TableColumns ReadTableColumns(const WorkDatabase& work, int columns) {
     return result;
 }
 
+std::vector<int> ColumnsWithLongNumber(const TableColumns& columns) {
+    constexpr int longest = 9999;
+    std::vector<int> found;
+    for (size_t i = 0; i < columns.size(); ++i) {
+        if (columns[i] && columns[i]->row > 0 && (columns[i]->number < 0 || columns[i]->number > longest))
+            found.push_back(int(i) + 1);
+    }
+    return found;
+}
+
 std::vector<int> ColumnsWithoutVariable(const TableColumns& columns) {
     std::vector<int> found;
     for (size_t i = 0; i < columns.size(); ++i) {

@@ -23,6 +23,10 @@ using TableColumns = std::vector<std::optional<TableColumn>>;
 // So many columns.
 TableColumns ReadTableColumns(const WorkDatabase& work, int columns);
 
+// The columns whose variable has a number that the four digits of the file cannot hold; it is read as another
+// one's then.
+std::vector<int> ColumnsWithLongNumber(const TableColumns& columns);
+
 // The columns that show no variable. The file keeps neither their values nor their names, and what is read
 // from it then ends at the first of them.
 std::vector<int> ColumnsWithoutVariable(const TableColumns& columns);

@@ -302,6 +302,18 @@ bool TableEditing::MayLeaveOut(const TableColumns& columns) {
                                        .arg(names.join(QStringLiteral("、"))));
 }
 
+bool TableEditing::MayCutNumbers(const TableColumns& columns) {
+    QStringList names;
+    for (const int column : ColumnsWithLongNumber(columns))
+        names << QStringLiteral("%1 列目 (%2) V%3")
+                     .arg(QString::number(column), columns[size_t(column - 1)]->name,
+                          QString::number(columns[size_t(column - 1)]->number));
+    return names.isEmpty() ||
+           messages_.Ask(&window_, QStringLiteral("変数番号は下 4 桁だけが保存され、次からはほかの変数の列に"
+                                                  "なります: %1\n\nこのまま保存してよろしいですか")
+                                       .arg(names.join(QStringLiteral("、"))));
+}
+
 bool TableEditing::MayReplaceFile() {
     const QString path = DimensionTablePath(state_.SymbolFile);
     if (stamp_.IsOutdated() &&
@@ -322,7 +334,7 @@ bool TableEditing::Save() {
     Settle();
     const TableColumns columns = ReadTableColumns(work_, editor_.DataColumns());
     if (!CheckTableGrid() || !ShowFault(FindTableFault(columns, table_.cells)) || !MayLeaveOut(columns) ||
-        !MayReplaceFile())
+        !MayCutNumbers(columns) || !MayReplaceFile())
         return false;
     if (!SaveDimensionTable(state_, work_, table_.cells,
                             [this](const QString& text) { messages_.Inform(&window_, text); }))

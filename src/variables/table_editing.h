@@ -76,6 +76,7 @@ private:
     bool ShowFault(const std::optional<TableFault>& fault);
     bool MayReplaceFile();
     bool MayLeaveOut(const TableColumns& columns);
+    bool MayCutNumbers(const TableColumns& columns);
 
     QMainWindow& window_;
     VedtControls& ui_;

@@ -61,7 +61,7 @@ private:
             if (!columns_[i])
                 continue;
             const QStringView value = texts[i];
-            if (value.size() > columns_[i]->width)
+            if (value.size() > LongestValue(columns_[i]->width))
                 return false;
             line_ += value;
         }
@@ -79,7 +79,8 @@ private:
             TableFault fault;
             fault.length = value.size();
             fault.width = columns_[i]->width;
-            if (fault.length > fault.width && IsLookedFor(fault))
+            fault.kind = fault.length > fault.width ? Kind::TooLong : Kind::TooLongToRead;
+            if (fault.length > LongestValue(fault.width) && IsLookedFor(fault))
                 return At(fault, row, i);
         }
         return std::nullopt;
@@ -111,6 +112,10 @@ QString TableFault::Text() const {
     case Kind::TooLong:
         return place +
                QStringLiteral(" の値は %1 文字あり、列の幅 %2 文字に入りません。").arg(length).arg(width);
+    case Kind::TooLongToRead:
+        return place + QStringLiteral(" の値は %1 文字あり、次からは読めません (%2 文字まで)。")
+                           .arg(length)
+                           .arg(LongestText);
     case Kind::ForeignCharacter:
         return place + QStringLiteral(" の文字「%1」は寸法表のファイルに書けません "
                                       "(コードページ 932 にない文字です)。")

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/grid_cells.h"
+#include "platform/record_set.h"
 #include "variables/table_columns.h"
 
 #include <optional>
@@ -12,6 +13,8 @@ struct TableFault {
     enum class Kind {
         // A value has more characters than its column is wide.
         TooLong,
+        // A value has more characters than can be read again, however wide its column is.
+        TooLongToRead,
         // Code page 932 does not have the character.
         ForeignCharacter,
         // The file held bytes that are not code page 932; saving would lose them.
@@ -34,6 +37,11 @@ struct TableFault {
     // What the user is told.
     QString Text() const;
 };
+
+// The most characters of a value in a column of a width.
+inline qsizetype LongestValue(int width) {
+    return qMin<qsizetype>(width, LongestText);
+}
 
 // The first one: names before values, values row by row. Columns without a variable are not saved and not
 // looked at.

@@ -116,7 +116,7 @@ private:
     }
 
     qsizetype Padding(QStringView value, int width) const {
-        if (value.size() > width)
+        if (value.size() > LongestValue(width))
             ThrowFault();
         return width - value.size();
     }

@@ -95,6 +95,53 @@ TEST_F(TableRefusalTest, AValueWiderThanItsColumnIsShown) {
     EXPECT_EQ(TableFile().at(19), QString("   M10   1012345"));
 }
 
+TEST_F(TableRefusalTest, AValueThatCouldNotBeReadAgainIsShown) {
+    QStringList lines = HexTableLines();
+    lines[14] = "300";
+    session_.WriteHomeLines(tableFile_, lines.first(17) << "1"
+                                                        << "   M10   10" + QString("50").rightJustified(300));
+    before_ = session_.ReadHome(tableFile_);
+    OpenTable();
+    Click({1, 3});
+    Run().SetClipboard(QString(256, 'x'));
+    Run().Press("Ctrl+V");
+    ClickOk();
+    Run().ExpectMessage("1 行 3 列 (L) の値は 256 文字あり、次からは読めません (255 文字まで)。");
+    Run().AnswerOk();
+    EXPECT_EQ(Current(), Place(1, 3));
+    ExpectUnsaved();
+    Click({1, 3});
+    Run().SetClipboard(QString(255, 'x'));
+    Run().Press("Ctrl+V");
+    Confirm();
+    OpenTable();
+    EXPECT_EQ(TableText(1, 3), QString(255, 'x'));
+}
+
+// The file has four digits for it.
+TEST_F(TableRefusalTest, ANumberOfAVariableIsNotCutUnasked) {
+    session_.WriteHomeLines("SMB\\BOLT\\HEX.TXT",
+                            {"$VAR", R"(V10001=PRO("d",10))", R"(V9999=PRO("L",50))", "$GEO"});
+    QStringList lines = HexTableLines();
+    lines[8] = "V10001";
+    lines[13] = "V9999";
+    session_.WriteHomeLines(tableFile_, lines);
+    before_ = session_.ReadHome(tableFile_);
+    OpenTable();
+    Enter({1, 2}, "11");
+    const QString question = "変数番号は下 4 桁だけが保存され、次からはほかの変数の列になります: 2 列目 (d) "
+                             "V10001\n\nこのまま保存してよろしいですか";
+    ClickOk();
+    EXPECT_THAT(Run().ExpectMessage(question).buttons, UnorderedElementsAre("Yes", "No"));
+    Run().AnswerNo();
+    ExpectUnsaved();
+    ClickOk();
+    Run().ExpectMessage(question);
+    Run().AnswerYes();
+    EXPECT_EQ(End(), 0);
+    EXPECT_EQ(TableFile().at(8), QString("V0001"));
+}
+
 TEST_F(TableRefusalTest, WidthsCountCharacters) {
     Enter({1, 2}, "全角五文字");
     Confirm();

@@ -68,6 +68,18 @@ TEST_F(TableFaultTest, NamesAreToldAsTheyStand) {
            QStringLiteral("3 行 2 列 (%1-%2) の値は 5 文字あり、列の幅 4 文字に入りません。"));
 }
 
+TEST_F(TableFaultTest, AValueThatCouldNotBeReadAgain) {
+    Database database = symbol.work.Open(Database::Access::Write);
+    database.Execute(QStringLiteral("UPDATE NowTable SET ValLen = 300 WHERE ValNum = 1"));
+    Put(2, 2, QString(255, u'W'));
+    EXPECT_FALSE(Find());
+    Put(2, 2, QString(256, u'W'));
+    Expect(Kind::TooLongToRead, 2, 2,
+           QStringLiteral("2 行 2 列 (W) の値は 256 文字あり、次からは読めません (255 文字まで)。"));
+    Put(2, 2, QString(301, u'W'));
+    EXPECT_EQ(Find()->kind, Kind::TooLong);
+}
+
 TEST_F(TableFaultTest, AForeignCharacter) {
     Put(2, 2, u"1é");
     Expect(
