@@ -334,10 +334,11 @@ bool TableEditing::Save() {
     Settle();
     const TableColumns columns = ReadTableColumns(work_, editor_.DataColumns());
     if (!CheckTableGrid() || !ShowFault(FindTableFault(columns, table_.cells)) || !MayLeaveOut(columns) ||
-        !MayCutNumbers(columns) || !MayReplaceFile())
+        !MayCutNumbers(columns))
         return false;
-    if (!SaveDimensionTable(state_, work_, table_.cells,
-                            [this](const QString& text) { messages_.Inform(&window_, text); }))
+    if (!SaveDimensionTable(
+            state_, work_, table_.cells, [this](const QString& text) { messages_.Inform(&window_, text); },
+            [this] { return MayReplaceFile(); }))
         return false;
     editor_.History().setClean();
     stamp_ = TableFileStamp(DimensionTablePath(state_.SymbolFile));

@@ -1,7 +1,6 @@
 #include "variables/table_file.h"
 
 #include "platform/code_page.h"
-#include "platform/files.h"
 #include "platform/runtime_error.h"
 #include "platform/save_file.h"
 #include "variables/dimension_table.h"
@@ -147,7 +146,7 @@ private:
 } // namespace
 
 bool SaveDimensionTable(const GlobalState& state, const WorkDatabase& work, const GridCells& cells,
-                        const Inform& inform) {
+                        const Inform& inform, const MayReplace& mayReplace) {
     const QString path = DimensionTablePath(state.SymbolFile);
     const QString workFile = path.chopped(4) + QStringLiteral(".TMP");
     // The definition itself is neither a table nor a work file, whatever its extension.
@@ -160,10 +159,16 @@ bool SaveDimensionTable(const GlobalState& state, const WorkDatabase& work, cons
     } catch (RuntimeError& error) {
         throw error.InFile(path);
     }
-    if (ReplaceFileThrough(workFile, path, bytes))
-        return true;
-    inform(QStringLiteral("作業ファイルが作成できません"));
-    return false;
+    SaveFile file(path, workFile);
+    if (!file.IsOpen()) {
+        inform(QStringLiteral("作業ファイルが作成できません"));
+        return false;
+    }
+    if (mayReplace && !mayReplace())
+        return false;
+    file.Write(bytes);
+    file.Commit();
+    return true;
 }
 
 } // namespace velmo

@@ -226,6 +226,24 @@ TEST_F(TableRefusalTest, AFileChangedMeanwhileIsNotReplacedUnasked) {
     EXPECT_EQ(TableFile().at(21), QString("   M12   12   80"));
 }
 
+TEST_F(TableRefusalTest, ARunThatWasKilledWhileItAskedKeepsNobodyFromSaving) {
+    Enter({1, 2}, "11");
+    QStringList lines = HexTableLines();
+    lines[21] = "   M12   12   99";
+    session_.WriteHomeLines(tableFile_, lines);
+    ClickOk();
+    Run().WaitForMessage();
+    EXPECT_TRUE(session_.ExistsInHome("SMB\\BOLT\\HEX.TMP"));
+    // The run before is killed by this.
+    OpenTable();
+    EXPECT_EQ(TableFile(), lines);
+    EXPECT_EQ(TableText(4, 3), QString("99"));
+    Enter({1, 2}, "12");
+    Confirm();
+    EXPECT_EQ(TableFile().at(18), QString("   M10   12   50"));
+    EXPECT_FALSE(session_.ExistsInHome("SMB\\BOLT\\HEX.TMP"));
+}
+
 TEST_F(TableRefusalTest, AFileThatWentIsWrittenAnew) {
     Enter({1, 2}, "11");
     ASSERT_TRUE(QFile::remove(session_.Home() + "/SMB/BOLT/HEX.PMN"));

@@ -1,5 +1,7 @@
 #include "table_run.h"
 
+#include <QTemporaryDir>
+
 namespace velmo {
 namespace {
 
@@ -74,6 +76,43 @@ TEST_F(TwoWindowsTest, AChangedTableIsNotSavedFromTheOthersDatabase) {
     EXPECT_TRUE(Run().Clipboard().startsWith("M10\t11\t50\n")) << Run().Clipboard().toStdString();
     Other().CloseWindow("VLM_VEDT");
     EXPECT_EQ(Other().WaitForEnd(), 0);
+}
+
+// Each has an exchange folder of its own, so that only the table is shared.
+TEST_F(TwoWindowsTest, OneTableIsSavedByOneAtATime) {
+    OpenTable();
+    Enter({1, 2}, "11");
+    const QTemporaryDir folder;
+    const VelmoSession session(session_.Home(), folder.path());
+    session.Set("VlmMode", "3");
+    session.Set("VlmNxt", "1");
+    session.WriteExchangeLines("velmo.ret2", {Symbol("HEX.TXT"), "VELMO"});
+    VelmoRun other(session.LaunchOf(VELMO_PROGRAM, TEST_PLUGIN_FOLDER));
+    other.WaitForWindow("VLM_VEDT");
+    other.Click("Vedt_FlexGrid", CellOf({2, 2}));
+    other.Type("22");
+    other.Press("Return");
+    // Somebody else's change, so that the first asks.
+    QStringList lines = HexTableLines();
+    lines[21] = "   M12   12   99";
+    session_.WriteHomeLines(tableFile_, lines);
+    Run().Click("Vedt_OKBtn");
+    EXPECT_TRUE(Run().WaitForMessage().text.contains("ほかで変更されています"));
+    // While it asks, nobody can slip in between.
+    other.Click("Vedt_OKBtn");
+    other.ExpectMessage("作業ファイルが作成できません");
+    other.AnswerOk();
+    EXPECT_EQ(TableFile(), lines);
+    Run().AnswerYes();
+    EXPECT_EQ(End(), 0);
+    EXPECT_EQ(TableFile().at(18), QString("   M10   11   50"));
+    // Nor does the other one overwrite that unasked.
+    other.Click("Vedt_OKBtn");
+    EXPECT_TRUE(other.WaitForMessage().text.contains("ほかで変更されています"));
+    other.AnswerNo();
+    other.WaitFor("the end of the work file",
+                  [this] { return !session_.ExistsInHome("SMB\\BOLT\\HEX.TMP"); });
+    EXPECT_EQ(TableFile().at(18), QString("   M10   11   50"));
 }
 
 TEST_F(TwoWindowsTest, WhenTheOtherHasEndedTheDatabaseIsGone) {

@@ -198,6 +198,36 @@ TEST_F(TableFileTest, AWorkFileThatCannotBeMadeIsTold) {
     EXPECT_EQ(toldAtWork, old);
 }
 
+TEST_F(TableFileTest, WhoMayReplaceTheTableIsAskedWhenNobodyElseCan) {
+    Load(columns, {"M10"});
+    const QByteArray old = symbol.folder.Read("S1.PMN");
+    symbol.table.cells.SetText(1, 1, u"M12");
+    const auto saveIf = [this](const MayReplace& mayReplace) {
+        return SaveDimensionTable(
+            symbol.state, symbol.work, symbol.table.cells,
+            [](const QString& text) { ADD_FAILURE() << text.toStdString(); }, mayReplace);
+    };
+    for (const bool answer : {false, true}) {
+        int asked = 0;
+        EXPECT_EQ(saveIf([&] {
+                      ++asked;
+                      EXPECT_EQ(symbol.folder.Read("S1.PMN"), old);
+                      EXPECT_FALSE(Save()) << "another's save";
+                      EXPECT_EQ(told, QStringList{QStringLiteral("作業ファイルが作成できません")});
+                      EXPECT_EQ(symbol.folder.Read("S1.PMN"), old);
+                      return answer;
+                  }),
+                  answer);
+        EXPECT_EQ(asked, 1);
+        EXPECT_EQ(symbol.folder.Read("S1.PMN") == old, !answer);
+        EXPECT_FALSE(symbol.folder.Exists("S1.TMP"));
+    }
+    // Nor is anything left of a question that failed.
+    EXPECT_EQ(ErrorOf([&] { saveIf([]() -> bool { throw RuntimeError(ErrorNumber::DeviceIo); }); }).Number(),
+              ErrorNumber::DeviceIo);
+    EXPECT_FALSE(symbol.folder.Exists("S1.TMP"));
+}
+
 TEST_F(TableFileTest, AFolderThatCannotBeWrittenIsTold) {
     if (!OtherUser::IsPossible())
         GTEST_SKIP() << "only the superuser can be another user";
