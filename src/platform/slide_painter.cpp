@@ -25,6 +25,17 @@ constexpr int beside = 16;
 // Up to this many lines of one pixel are antialiased, which takes 5 to 16 ms; wide ones cost more.
 constexpr std::size_t mostSmoothLines = 20000;
 
+// So many shapes are painted before the clock is looked at: they take some milliseconds.
+constexpr std::size_t linesInSlice = 2048;
+// So many are filled before their edges are drawn.
+constexpr std::size_t polygonsInSlice = 64;
+
+// A polygon whose edges cross more rows of pixels than this together is left out: filling one takes longer
+// and longer with the edges that share a row, up to a third of a second for this.
+constexpr qint64 mostCrossings = 3'000'000;
+// What an edge costs beside, as rows.
+constexpr int crossingsOfEdge = 4;
+
 // Makes an antialiased pen of one pixel a little wider: the quick lines that Qt draws with it otherwise are
 // too thin and up to half a pixel off when slanted.
 constexpr double hair = 0.01;
@@ -144,18 +155,23 @@ public:
           smooth_(IsSmooth()),
           whole_(paint.penWidth % 2 == 0 ? 0.5 : 0.0) {}
 
-    void Paint();
+    // False when something was left out.
+    bool Paint();
 
 private:
     bool IsSmooth() const;
+    // Calls paint(from, to) for one slice of begin to end after the other, as long as there is time.
+    template <typename PaintSlice>
+    void InSlices(std::size_t begin, std::size_t end, std::size_t slice, PaintSlice paint);
+    void PaintRun(const SlideRun& begin, const SlideRun& run);
     void PaintPolygons(const QColor& colour, std::size_t begin, std::size_t end);
     void PaintPolygon(std::span<const QPoint> corners);
+    void PaintEdges(const QColor& colour);
     void PaintLines(const QColor& colour, std::span<const QLine> lines);
     void PaintDots(const QColor& colour, std::span<const QPoint> dots);
     void PaintBlocks(const QColor& colour);
     QRect Block(QPoint from, QPoint to) const;
 
-    QPen Pen(const QColor& colour, double width) const;
     QPointF Exact(QPoint dot) const { return {fit_.X(dot.x()), fit_.Y(dot.y())}; }
     // The line on the device, cut where it goes too far; nothing when all of it does.
     std::optional<QLineF> Exact(const QLine& line) const;
@@ -178,7 +194,31 @@ private:
     std::vector<QRect> blocks_;
     std::vector<QLine> slanted_;
     std::vector<QLineF> smoothSlanted_;
+    bool isWhole_ = true;
 };
+
+// A square cap shows lines that have no length on the screen.
+QPen LinePen(const QColor& colour, double width) {
+    return {colour, width, Qt::SolidLine, Qt::SquareCap, Qt::BevelJoin};
+}
+
+// So does a round one, which does not stick out where two edges meet.
+QPen EdgePen(const QColor& colour, int width) {
+    const Qt::PenCapStyle cap = width > 1 ? Qt::RoundCap : Qt::SquareCap;
+    return {colour, 1.0 * width, Qt::SolidLine, cap, Qt::RoundJoin};
+}
+
+// What filling a polygon takes.
+qint64 Crossings(const QPolygon& polygon, const QRect& visible) {
+    qint64 crossings = crossingsOfEdge * polygon.size();
+    for (qsizetype i = 0; i < polygon.size(); ++i) {
+        const int from = polygon[i].y();
+        const int to = polygon[(i + 1) % polygon.size()].y();
+        const int top = std::max(std::min(from, to), visible.top());
+        crossings += std::max(0, std::min(std::max(from, to), visible.bottom()) - top);
+    }
+    return crossings;
+}
 
 // Whether so few lines show that antialiasing them takes no time.
 bool SlidePainter::IsSmooth() const {
@@ -192,23 +232,41 @@ bool SlidePainter::IsSmooth() const {
     return static_cast<std::size_t>(showing) <= most;
 }
 
-void SlidePainter::Paint() {
+bool SlidePainter::Paint() {
     painter_.save();
     painter_.setClipRect(fit_.Visible());
     painter_.setRenderHint(QPainter::Antialiasing, false);
     SlideRun begin;
     for (const SlideRun& run : drawing_.Runs()) {
-        const QColor colour =
-            run.colour == slide_format::background ? paint_.ground : QColor::fromRgb(SlideColour(run.colour));
-        if (run.polygonEnd > begin.polygonEnd)
-            PaintPolygons(colour, begin.polygonEnd, run.polygonEnd);
-        if (run.lineEnd > begin.lineEnd)
-            PaintLines(colour, drawing_.Lines().subspan(begin.lineEnd, run.lineEnd - begin.lineEnd));
-        if (run.dotEnd > begin.dotEnd)
-            PaintDots(colour, drawing_.Dots().subspan(begin.dotEnd, run.dotEnd - begin.dotEnd));
+        PaintRun(begin, run);
         begin = run;
     }
     painter_.restore();
+    return isWhole_;
+}
+
+void SlidePainter::PaintRun(const SlideRun& begin, const SlideRun& run) {
+    const QColor colour =
+        run.colour == slide_format::background ? paint_.ground : QColor::fromRgb(SlideColour(run.colour));
+    InSlices(begin.polygonEnd, run.polygonEnd, polygonsInSlice,
+             [&](std::size_t from, std::size_t to) { PaintPolygons(colour, from, to); });
+    InSlices(begin.lineEnd, run.lineEnd, linesInSlice, [&](std::size_t from, std::size_t to) {
+        PaintLines(colour, drawing_.Lines().subspan(from, to - from));
+    });
+    InSlices(begin.dotEnd, run.dotEnd, linesInSlice, [&](std::size_t from, std::size_t to) {
+        PaintDots(colour, drawing_.Dots().subspan(from, to - from));
+    });
+}
+
+template <typename PaintSlice>
+void SlidePainter::InSlices(std::size_t begin, std::size_t end, std::size_t slice, PaintSlice paint) {
+    for (std::size_t from = begin; from < end; from += slice) {
+        if (paint_.due.hasExpired()) {
+            isWhole_ = false;
+            return;
+        }
+        paint(from, std::min(from + slice, end));
+    }
 }
 
 // A polygon covers its edges too, one dot wide: many have no area at all. Without antialiasing, because
@@ -217,11 +275,18 @@ void SlidePainter::PaintPolygons(const QColor& colour, std::size_t begin, std::s
     edges_.clear();
     painter_.setPen(Qt::NoPen);
     painter_.setBrush(colour);
-    for (std::size_t i = begin; i < end; ++i)
-        PaintPolygon(drawing_.Polygon(i));
+    // A few can take as long as many.
+    InSlices(begin, end, 1,
+             [this](std::size_t polygon, std::size_t) { PaintPolygon(drawing_.Polygon(polygon)); });
+    PaintEdges(colour);
+}
+
+void SlidePainter::PaintEdges(const QColor& colour) {
     const int dot = static_cast<int>(std::min({fit_.DotWidth(), fit_.DotHeight(), 1.0 * reach}));
-    painter_.setPen(Pen(colour, std::max(paint_.penWidth, dot)));
-    painter_.drawLines(edges_.data(), static_cast<int>(edges_.size()));
+    painter_.setPen(EdgePen(colour, std::max(paint_.penWidth, dot)));
+    InSlices(0, edges_.size(), linesInSlice, [&](std::size_t from, std::size_t to) {
+        painter_.drawLines(edges_.data() + from, static_cast<int>(to - from));
+    });
 }
 
 void SlidePainter::PaintPolygon(std::span<const QPoint> corners) {
@@ -237,8 +302,16 @@ void SlidePainter::PaintPolygon(std::span<const QPoint> corners) {
         return;
     QPolygon polygon;
     polygon.reserve(exact.size());
-    for (const QPointF corner : exact)
-        polygon.append(Snap(corner));
+    for (const QPointF corner : exact) {
+        const QPoint snapped = Snap(corner);
+        // Corners in the same place show nothing more.
+        if (exact.size() == 3 || polygon.isEmpty() || polygon.back() != snapped)
+            polygon.append(snapped);
+    }
+    if (Crossings(polygon, fit_.Visible()) > mostCrossings) {
+        isWhole_ = false;
+        return;
+    }
     for (qsizetype i = 0; i < polygon.size(); ++i)
         edges_.emplace_back(polygon[i], polygon[(i + 1) % polygon.size()]);
     if (polygon.size() == 3)
@@ -267,12 +340,12 @@ void SlidePainter::PaintLines(const QColor& colour, std::span<const QLine> lines
     }
     PaintBlocks(colour);
     if (!slanted_.empty()) {
-        painter_.setPen(Pen(colour, paint_.penWidth));
+        painter_.setPen(LinePen(colour, paint_.penWidth));
         painter_.drawLines(slanted_.data(), static_cast<int>(slanted_.size()));
     }
     if (!smoothSlanted_.empty()) {
         painter_.setRenderHint(QPainter::Antialiasing, true);
-        painter_.setPen(Pen(colour, paint_.penWidth + hair));
+        painter_.setPen(LinePen(colour, paint_.penWidth + hair));
         painter_.drawLines(smoothSlanted_.data(), static_cast<int>(smoothSlanted_.size()));
         painter_.setRenderHint(QPainter::Antialiasing, false);
     }
@@ -322,22 +395,16 @@ std::optional<QLineF> SlidePainter::Exact(const QLine& line) const {
     return exact;
 }
 
-QPen SlidePainter::Pen(const QColor& colour, double width) const {
-    // A square cap shows lines that have no length on the screen.
-    return {colour, width, Qt::SolidLine, Qt::SquareCap, Qt::BevelJoin};
-}
-
 } // namespace
 
-void PaintSlide(QPainter& painter, const Slide& slide, const SlideFit& fit, const SlidePaint& paint) {
+bool PaintSlide(QPainter& painter, const Slide& slide, const SlideFit& fit, const SlidePaint& paint) {
     if (slide.drawing.IsEmpty() || fit.Visible().isEmpty())
-        return;
-    SlidePainter(painter, slide, fit, paint).Paint();
+        return true;
+    return SlidePainter(painter, slide, fit, paint).Paint();
 }
 
-void PaintSlide(QPainter& painter, const Slide& slide, const QRect& device, const SlidePaint& paint) {
-    if (!device.isEmpty())
-        PaintSlide(painter, slide, SlideFit(slide, device), paint);
+bool PaintSlide(QPainter& painter, const Slide& slide, const QRect& device, const SlidePaint& paint) {
+    return device.isEmpty() || PaintSlide(painter, slide, SlideFit(slide, device), paint);
 }
 
 } // namespace velmo

@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <random>
 
 namespace velmo {
@@ -207,6 +208,86 @@ TEST(SlidePainter, EnlargingShowsAPartOfALargerPicture) {
         }
         EXPECT_LE(unlike, 60) << pen;
     }
+}
+
+double Distance(QPointF point, QPointF from, QPointF to) {
+    const QPointF edge = to - from;
+    const double along =
+        std::clamp(QPointF::dotProduct(point - from, edge) / QPointF::dotProduct(edge, edge), 0.0, 1.0);
+    const QPointF away = point - (from + along * edge);
+    return std::hypot(away.x(), away.y());
+}
+
+TEST(SlidePainter, EnlargedFillsHaveNoBumpsAtTheirCorners) {
+    SlideWriter writer(400, 300);
+    const std::vector<QPoint> corners = {{100, 100}, {130, 104}, {104, 112}};
+    writer.AddPolygon(corners);
+    const Slide slide = ReadSlide(writer.Bytes());
+    for (const QSize size : {QSize(300, 200), QSize(1200, 800)}) {
+        const SlideFit fit(slide, QRect({}, size));
+        ASSERT_GT(fit.DotWidth(), 5);
+        const QImage image = Painted(slide, size);
+        QPolygonF shape;
+        for (const QPoint corner : corners)
+            shape << QPointF(fit.X(corner.x()), fit.Y(corner.y()));
+        for (int y = 0; y < size.height(); ++y) {
+            for (int x = 0; x < size.width(); ++x) {
+                const QPointF pixel(x + 0.5, y + 0.5);
+                double away = 1e9;
+                for (int i = 0; i < 3; ++i)
+                    away = std::min(away, Distance(pixel, shape[i], shape[(i + 1) % 3]));
+                const bool inside = shape.containsPoint(pixel, Qt::OddEvenFill);
+                const double beyond = inside ? -away : away - fit.DotWidth() / 2;
+                if (std::abs(beyond) > 2) {
+                    ASSERT_EQ(image.pixel(x, y), beyond < 0 ? white : ground) << x << ',' << y;
+                }
+            }
+        }
+    }
+}
+
+TEST(SlidePainter, NothingIsPaintedThatIsDueAlready) {
+    SlideWriter writer(100, 100);
+    writer.AddLine({0, 0}, {100, 100});
+    writer.AddDot({0, 50});
+    writer.AddPolygon(std::vector<QPoint>{{0, 0}, {100, 0}, {100, 50}});
+    const Slide slide = ReadSlide(writer.Bytes());
+    QImage image(100, 100, QImage::Format_RGB32);
+    image.fill(ground);
+    QPainter painter(&image);
+    EXPECT_FALSE(PaintSlide(painter, slide, image.rect(), {QColor::fromRgb(ground), 1, QDeadlineTimer(0)}));
+    EXPECT_TRUE(Ink(image).isNull());
+    EXPECT_TRUE(PaintSlide(painter, slide, image.rect(), {QColor::fromRgb(ground), 1}));
+    EXPECT_FALSE(Ink(image).isNull());
+}
+
+// What nobody has the time for is left out, however little of it a clock could tell.
+TEST(SlidePainter, APolygonOfAMillionCornersTakesNoTime) {
+    constexpr int count = 1'000'000;
+    std::mt19937 random(11);
+    std::vector<QPoint> tangle;
+    std::vector<QPoint> circle;
+    for (int i = 0; i < count; ++i) {
+        const double angle = 2 * M_PI * i / count;
+        tangle.emplace_back(int(random() % 1001), int(random() % 801));
+        circle.emplace_back(int(500 + 390 * std::cos(angle)), int(400 + 390 * std::sin(angle)));
+    }
+    Slide slide;
+    slide.isSlide = true;
+    slide.highX = 1000;
+    slide.highY = 800;
+    slide.aspect = 1.25;
+    Slide other = slide;
+    slide.drawing.AddPolygon(1, circle);
+    const QRect ink = Ink(Painted(slide, {400, 300}));
+    EXPECT_NEAR(ink.width(), ink.height(), 2);
+    EXPECT_GT(Count(Painted(slide, {400, 300}), ink, red), 0.75 * Area(ink)) << "as filled as any circle";
+
+    other.drawing.AddPolygon(1, tangle);
+    QImage image(1600, 900, QImage::Format_RGB32);
+    QPainter painter(&image);
+    for (const double zoom : {1.0, 5.0})
+        EXPECT_FALSE(PaintSlide(painter, other, SlideFit(other, image.rect(), {zoom, {}}), {Qt::black, 1}));
 }
 
 // The widest canvas, the smallest one and coordinates far off in every combination: nothing may overflow.
