@@ -4,6 +4,7 @@
 #include "platform/slide_format.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QtEndian>
 
 #include <algorithm>
@@ -17,9 +18,6 @@ using namespace slide_format;
 
 // Far outside every canvas; keeps endless relative records from running out of integers.
 constexpr int coordinateLimit = 1 << 20;
-
-// Far above the largest slide that any drawing program writes.
-constexpr qint64 largestFile = qint64{16} << 20;
 
 // Aspects beyond these are damage, not the shape of a screen.
 constexpr double leastAspect = 0.1;
@@ -51,6 +49,8 @@ public:
     Slide Read() {
         if (ReadHeader())
             ReadRecords();
+        else
+            slide_.damage = SlideDamage{SlideFault::NoSlide, 0};
         return std::move(slide_);
     }
 
@@ -250,12 +250,22 @@ Slide ReadSlide(const QByteArray& bytes) {
 }
 
 Slide LoadSlide(const QString& stored) {
-    if (!FileExists(stored))
+    const QFileInfo info(NativePath(stored));
+    if (stored.isEmpty() || !info.exists() || info.isDir())
         return {};
-    QFile file(NativePath(stored));
-    if (!file.open(QIODevice::ReadOnly))
-        return {};
-    return ReadSlide(file.read(std::min(file.size(), largestFile)));
+    QFile file(info.filePath());
+    QByteArray bytes;
+    if (OpenRegularFile(file, QIODevice::ReadOnly))
+        bytes = file.read(LargestSlideFile);
+    if (!file.isOpen() || file.error() != QFileDevice::NoError) {
+        Slide none;
+        none.damage = SlideDamage{SlideFault::Unreadable, 0};
+        return none;
+    }
+    Slide slide = ReadSlide(bytes);
+    if (slide.damage && slide.damage->fault != SlideFault::UnknownRecord && slide.isSlide && !file.atEnd())
+        slide.damage->fault = SlideFault::TooLarge;
+    return slide;
 }
 
 } // namespace velmo

@@ -39,6 +39,8 @@ public:
     std::span<const QLine> Lines() const { return lines_; }
     std::span<const QPoint> Dots() const { return dots_; }
     std::size_t PolygonCount() const { return polygonEnds_.size(); }
+    // Of all polygons.
+    std::size_t CornerCount() const { return corners_.size(); }
     std::span<const QPoint> Polygon(std::size_t index) const;
 
     bool operator==(const SlideDrawing&) const = default;

@@ -3,9 +3,19 @@
 #include "platform/slide_painter.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cmath>
 
 namespace velmo {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+// Users wait no longer than this for a picture; slides of the largest drawings take a tenth of it.
+constexpr auto longest = 500ms;
+
+} // namespace
 
 bool SlidePicture::IsSharp(const SlideFit& fit, QSize pixels, double ratio) const {
     return HasRatio(ratio) && pixmap_.size() == pixels && fit_ == fit;
@@ -17,7 +27,7 @@ void SlidePicture::Draw(const Slide& slide, const SlideFit& fit, QSize pixels, d
     pixmap_.fill(ground);
     QPainter painter(&pixmap_);
     const int penWidth = std::max(1, static_cast<int>(std::lround(ratio)));
-    PaintSlide(painter, slide, fit, {ground, penWidth});
+    isWhole_ = PaintSlide(painter, slide, fit, {ground, penWidth, QDeadlineTimer(longest)});
     painter.end();
     pixmap_.setDevicePixelRatio(ratio);
     fit_ = fit;

@@ -18,7 +18,10 @@ public:
     // Whether there is one, drawn for the same device pixel ratio.
     bool HasRatio(double ratio) const { return !IsEmpty() && pixmap_.devicePixelRatio() == ratio; }
 
-    void Clear() { pixmap_ = {}; }
+    void Clear() { *this = {}; }
+    // Whether all of the slide could be drawn within the time that a user can wait for it.
+    bool IsWhole() const { return isWhole_; }
+
     // Draws the slide on the ground, as large as a view of so many device pixels; the fit is in these.
     void Draw(const Slide& slide, const SlideFit& fit, QSize pixels, double ratio, const QColor& ground);
     // Shows it in a view, stretched as the fit says. Draw has been called.
@@ -29,6 +32,7 @@ private:
 
     QPixmap pixmap_;
     SlideFit fit_;
+    bool isWhole_ = true;
 };
 
 } // namespace velmo

@@ -2,6 +2,7 @@
 
 #include "platform/accessible_role.h"
 #include "platform/hint_text.h"
+#include "platform/plain_tool_tip.h"
 
 #include <QApplication>
 #include <QContextMenuEvent>
@@ -24,8 +25,10 @@ using namespace std::chrono_literals;
 // The ground of a drawing window, whatever the desktop's colours are.
 constexpr QColor ground(0x1B, 0x1F, 0x24);
 constexpr QColor hintColour(0x8A, 0x93, 0x9C);
+constexpr QColor noteGround(0x1B, 0x1F, 0x24, 0xD0);
 // Pixels.
 constexpr int focusWidth = 2;
+constexpr int noteMargin = 3;
 
 // After so long without another size a slow slide is drawn anew.
 constexpr auto settlingTime = 60ms;
@@ -119,16 +122,44 @@ void SlideView::paintEvent(QPaintEvent*) {
         PaintPicture(painter);
     else
         PaintHint(painter);
+    if (HasPicture() && !Trouble().isEmpty())
+        PaintNote(painter);
     if (hasFocus()) {
         painter.setPen(QPen(palette().highlight(), focusWidth));
         painter.drawRect(rect().adjusted(1, 1, -1, -1));
     }
 }
 
+QString SlideView::Trouble() const {
+    if (slide_.damage)
+        return slide_.damage->Text();
+    return picture_.IsWhole() ? QString() : QStringLiteral("図形が多すぎるため、一部を省略しています");
+}
+
+// A whole slide may be empty: that is what shows then.
 void SlideView::PaintHint(QPainter& painter) const {
     painter.fillRect(rect(), ground);
     painter.setPen(hintColour);
-    DrawHint(painter, rect(), emptyText_);
+    const bool isEmptySlide = slide_.isSlide && !slide_.damage;
+    DrawHint(painter, rect(), isEmptySlide ? QString() : slide_.damage ? Trouble() : emptyText_);
+}
+
+void SlideView::PaintNote(QPainter& painter) const {
+    const QFontMetrics font = painter.fontMetrics();
+    const QRect line(0, height() - font.height() - 2 * noteMargin, width(), font.height() + 2 * noteMargin);
+    const QRect room = line.adjusted(2 * noteMargin, noteMargin, -2 * noteMargin, -noteMargin);
+    painter.fillRect(line, noteGround);
+    painter.setPen(hintColour);
+    painter.drawText(room, Qt::AlignLeft | Qt::AlignVCenter,
+                     font.elidedText(Trouble(), Qt::ElideRight, room.width()));
+}
+
+void SlideView::TellTrouble() {
+    const QString trouble = Trouble();
+    const QString place = slide_.damage ? slide_.damage->TextWithPlace() : trouble;
+    const QString file = QStringLiteral("ファイル: ") + file_;
+    setToolTip(trouble.isEmpty() ? QString() : PlainToolTip(place + u'\n' + file));
+    setAccessibleDescription(trouble.isEmpty() ? file_ : file_ + u'\n' + trouble);
 }
 
 void SlideView::PaintPicture(QPainter& painter) {
@@ -139,21 +170,24 @@ void SlideView::PaintPicture(QPainter& painter) {
     const SlideFit fit(slide_, QRect({}, pixels), camera_.Look());
     if (!picture_.IsSharp(fit, pixels, ratio)) {
         const bool stretch = picture_.HasRatio(ratio) && !settled_ && IsSlow(fit);
-        if (!stretch)
+        if (!stretch) {
             picture_.Draw(slide_, fit, pixels, ratio, ground);
-        else if (!settling_.isActive())
+            TellTrouble();
+        } else if (!settling_.isActive()) {
             settling_.start();
+        }
     }
     settled_ = false;
     picture_.Show(painter, fit, size(), ground);
 }
 
-// Told from the fitted size: enlarged, more of a line shows but fewer lines.
+// Told from the fitted size: enlarged, more of a line shows but fewer lines. A polygon's edge is as slow as a
+// line.
 bool SlideView::IsSlow(const SlideFit& fit) const {
     const SlideDrawing& drawing = slide_.drawing;
-    const auto shapes = static_cast<double>(drawing.Lines().size() + drawing.PolygonCount());
+    const auto shapes = static_cast<double>(drawing.Lines().size() + drawing.CornerCount());
     const double dot = std::max(fit.DotWidth(), fit.DotHeight()) / camera_.Look().zoom;
-    return shapes * lineLength + lengths_ * dot > slowLength;
+    return !picture_.IsWhole() || shapes * lineLength + lengths_ * dot > slowLength;
 }
 
 void SlideView::resizeEvent(QResizeEvent* event) {
@@ -245,7 +279,7 @@ void SlideView::SetSlide(const QString& file, Slide slide) {
     lengths_ = LengthOfLines(slide_.drawing);
     picture_.Clear();
     camera_.SetView(slide_, size());
-    setAccessibleDescription(file_);
+    TellTrouble();
     LetGo();
     Fit();
 }

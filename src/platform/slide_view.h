@@ -21,8 +21,8 @@ class SlideView : public QWidget {
 public:
     explicit SlideView(QWidget* parent = nullptr);
 
-    // Reads and shows a slide file (stored path). What cannot be shown, or an empty name, empties the view.
-    // The file is read here and never again.
+    // Reads and shows a slide file (stored path). What cannot be shown, or an empty name, empties the view;
+    // a line in it and its tooltip tell what is wrong with a file. It is read here and never again.
     void ShowSlide(const QString& stored);
     void Clear();
 
@@ -35,7 +35,10 @@ public:
     // How it is looked at now.
     SlideLook Look() const { return camera_.Look(); }
 
-    // A hint in the middle of an empty view; empty for none.
+    // What the user is told about a slide that does not show all that it should; empty for any other.
+    QString Trouble() const;
+
+    // A hint in the middle of a view without any slide; empty for none.
     void SetEmptyText(const QString& text);
     QString EmptyText() const { return emptyText_; }
 
@@ -64,6 +67,8 @@ private:
 
     void SetSlide(const QString& file, Slide slide);
     void PaintHint(QPainter& painter) const;
+    void PaintNote(QPainter& painter) const;
+    void TellTrouble();
     void PaintPicture(QPainter& painter);
     // Whether drawing takes so long that it would be felt while something moves.
     bool IsSlow(const SlideFit& fit) const;

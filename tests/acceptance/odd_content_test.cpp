@@ -43,8 +43,12 @@ TEST_F(DamagedSlideTest, OfSeveralKinds) {
     Show(garbled);
     for (qsizetype length = 0; length < whole_.size(); ++length)
         Show(whole_.first(length));
-    // Cut before its end mark the picture is still there.
-    EXPECT_EQ(Show(whole_.chopped(2)), whole);
+    // Cut before its end mark the picture is still there, above a line that says so.
+    const QImage cut = Show(whole_.chopped(2));
+    const QRect above(0, 0, whole.width(), whole.height() / 2);
+    EXPECT_EQ(cut.copy(above), whole.copy(above));
+    EXPECT_NE(cut, whole);
+    EXPECT_TRUE(Run().Property("VlmPDFSlide", "toolTip").toString().contains("HEX.SLD"));
     EXPECT_EQ(Show(whole_), whole);
     OpenShownEntry("六角ボルト");
     EXPECT_THAT(Values(), ElementsAre("10", "50", "SS400"));

@@ -1,3 +1,4 @@
+#include "platform/files.h"
 #include "platform/slide.h"
 #include "platform/slide_colour.h"
 #include "slide_samples.h"
@@ -5,6 +6,10 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+
+#ifdef Q_OS_UNIX
+#include <sys/stat.h>
+#endif
 
 namespace velmo {
 
@@ -164,7 +169,7 @@ TEST(Slide, WhatIsNoSlideIsEmpty) {
         const Slide slide = ReadSlide(bytes);
         EXPECT_FALSE(slide.isSlide);
         EXPECT_TRUE(slide.drawing.IsEmpty());
-        EXPECT_EQ(slide.damage, std::nullopt);
+        EXPECT_EQ(slide.damage, (SlideDamage{SlideFault::NoSlide, 0}));
     }
     for (int at = 0; at < 17; ++at) {
         QByteArray bytes = SlideHeader() + BoxRecords();
@@ -292,11 +297,65 @@ TEST(SlideFile, LoadsByStoredPath) {
     ExpectBox(LoadSlide(folder.Path(QStringLiteral("smb\\bolt\\M10.SLD"))));
 }
 
-TEST(SlideFile, MissingFilesAndFoldersAreEmpty) {
+TEST(SlideFile, MissingFilesAndFoldersAreNoDamage) {
     const TempFolder folder;
-    for (const QString& name : {QString(), folder.Path(), folder.Path(QStringLiteral("none.SLD")),
-                                folder.Write(QStringLiteral("empty.SLD"), {})})
+    for (const QString& name : {QString(), folder.Path(), folder.Path(QStringLiteral("none.SLD"))}) {
         EXPECT_FALSE(LoadSlide(name).isSlide) << name.toStdString();
+        EXPECT_EQ(LoadSlide(name).damage, std::nullopt) << name.toStdString();
+    }
+}
+
+TEST(SlideFile, AnEmptyFileIsNoSlide) {
+    const TempFolder folder;
+    EXPECT_EQ(LoadSlide(folder.Write(QStringLiteral("empty.SLD"), {})).damage,
+              (SlideDamage{SlideFault::NoSlide, 0}));
+}
+
+// A slide of lines whose bytes come to a size, with its end-of-file record in the last two.
+QByteArray SlideOfSize(qsizetype size) {
+    QByteArray bytes = SlideHeader();
+    while (bytes.size() + 8 <= size - 2)
+        bytes += Hex("02 00 02 00 0A 00 02 00");
+    while (bytes.size() + 2 <= size - 2)
+        bytes += Hex("01 FF");
+    if (bytes.size() < size - 2)
+        bytes.insert(SlideHeader().size(), Hex("01 FE 01")).chop(2);
+    return bytes + Hex("00 FC");
+}
+
+TEST(SlideFile, TheBeginningOfATooLargeFileIsRead) {
+    const TempFolder folder;
+    const QByteArray most = SlideOfSize(LargestSlideFile);
+    ASSERT_EQ(most.size(), LargestSlideFile);
+    EXPECT_EQ(LoadSlide(folder.Write(QStringLiteral("most.SLD"), most)).damage, std::nullopt);
+    const QByteArray more = SlideOfSize(LargestSlideFile + 100);
+    const Slide slide = LoadSlide(folder.Write(QStringLiteral("more.SLD"), more));
+    ASSERT_TRUE(slide.damage);
+    EXPECT_EQ(slide.damage->fault, SlideFault::TooLarge);
+    EXPECT_GT(slide.drawing.Lines().size(), 2'000'000U);
+    const QByteArray padded = SlideOfSize(1000) + QByteArray(LargestSlideFile, '\0');
+    EXPECT_EQ(LoadSlide(folder.Write(QStringLiteral("padded.SLD"), padded)).damage, std::nullopt)
+        << "the slide itself is whole";
+}
+
+#ifdef Q_OS_UNIX
+TEST(SlideFile, OnlyARegularFileIsOpened) {
+    const TempFolder folder;
+    const QString pipe = folder.Path(QStringLiteral("pipe.SLD"));
+    ASSERT_EQ(mkfifo(NativePath(pipe).toLocal8Bit().constData(), 0600), 0);
+    for (const QString& name : {pipe, QStringLiteral("/dev/zero")})
+        EXPECT_EQ(LoadSlide(name).damage, (SlideDamage{SlideFault::Unreadable, 0})) << name.toStdString();
+}
+#endif
+
+TEST(SlideDamage, TellsWhatAndWhere) {
+    EXPECT_EQ((SlideDamage{SlideFault::CutShort, 1234}).TextWithPlace(),
+              QStringLiteral("スライドが壊れています (途中で終わっています)\n位置: 先頭から 1234 バイト"));
+    EXPECT_EQ((SlideDamage{SlideFault::NoSlide, 0}).TextWithPlace(),
+              QStringLiteral("スライドのファイルではありません"));
+    for (const SlideFault fault : {SlideFault::Unreadable, SlideFault::NoSlide, SlideFault::TooLarge,
+                                   SlideFault::MissingEnd, SlideFault::CutShort, SlideFault::UnknownRecord})
+        EXPECT_FALSE((SlideDamage{fault, 0}).Text().isEmpty());
 }
 
 TEST(SlideColour, FollowsTheTable) {

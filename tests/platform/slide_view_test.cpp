@@ -8,6 +8,8 @@
 #include <QTest>
 #include <gtest/gtest.h>
 
+#include <random>
+
 namespace velmo {
 namespace {
 
@@ -43,10 +45,8 @@ TEST_F(SlideViewTest, ShowsASlideAndForgetsTheFile) {
 
 TEST_F(SlideViewTest, WhatCannotBeShownEmptiesTheView) {
     const QString good = folder.Write(QStringLiteral("A.SLD"), SlideHeader() + BoxRecords());
-    for (const QString& name :
-         {QString(), folder.Path(), folder.Path(QStringLiteral("none.SLD")),
-          folder.Write(QStringLiteral("xml.SLD"), "<?xml version=\"1.0\"?><a>not vectors at all</a>"),
-          folder.Write(QStringLiteral("empty.SLD"), SlideHeader() + Hex("00 FC"))}) {
+    for (const QString& name : {QString(), folder.Path(), folder.Path(QStringLiteral("none.SLD")),
+                                folder.Write(QStringLiteral("empty.SLD"), SlideHeader() + Hex("00 FC"))}) {
         view.ShowSlide(good);
         ASSERT_TRUE(view.HasPicture());
         view.ShowSlide(name);
@@ -139,12 +139,70 @@ TEST_F(SlideViewTest, AnotherSlideTakesThePlaceOfTheFirst) {
     EXPECT_GT(Count(Shot(view), view.rect(), white), 100) << "the same name is read again";
 }
 
-TEST_F(SlideViewTest, ShowsADamagedSlideAsFarAsItWasRead) {
+TEST_F(SlideViewTest, ShowsADamagedSlideAsFarAsItWasReadAndSaysSo) {
     const QByteArray whole = Frame({100, 100}, {900, 700});
-    view.ShowSlide(folder.Write(QStringLiteral("A.SLD"), whole.chopped(12)));
+    view.ShowSlide(folder.Write(QStringLiteral("A.SLD"), whole));
+    const QImage intact = Shot(view);
+    EXPECT_EQ(view.toolTip(), QString());
+    // Only the end-of-file record is missing.
+    const QString file = folder.Write(QStringLiteral("B.SLD"), whole.chopped(2));
+    view.ShowSlide(file);
     EXPECT_TRUE(view.HasPicture());
-    EXPECT_TRUE(view.Shown().damage.has_value());
-    EXPECT_GT(Count(Shot(view), view.rect(), white), 100);
+    EXPECT_EQ(view.Trouble(), view.Shown().damage->Text());
+    EXPECT_TRUE(view.toolTip().contains(QStringLiteral("途中で終わっています")));
+    EXPECT_TRUE(view.toolTip().contains(QString::number(whole.size() - 2)));
+    EXPECT_TRUE(view.toolTip().contains(file));
+    EXPECT_TRUE(view.accessibleDescription().contains(view.Trouble()));
+    const QImage damaged = Shot(view);
+    const QRect above(0, 0, 300, 200 - 2 * view.fontMetrics().height());
+    EXPECT_EQ(damaged.copy(above), intact.copy(above));
+    EXPECT_NE(damaged, intact) << "the line below";
+    view.ShowSlide(folder.Write(QStringLiteral("A.SLD"), whole));
+    EXPECT_EQ(Shot(view), intact);
+    EXPECT_EQ(view.toolTip(), QString());
+}
+
+TEST_F(SlideViewTest, WhatIsNoSlideSaysSoInsteadOfTheHint) {
+    view.SetEmptyText(QStringLiteral("プレビューなし"));
+    const QImage hint = Shot(view);
+    view.ShowSlide(folder.Path(QStringLiteral("none.SLD")));
+    EXPECT_EQ(Shot(view), hint) << "there is no such file";
+    EXPECT_EQ(view.toolTip(), QString());
+    const QString xml = folder.Write(QStringLiteral("xml.SLD"), "<?xml version=\"1.0\"?><a>no vectors</a>");
+    view.ShowSlide(xml);
+    EXPECT_FALSE(view.HasPicture());
+    EXPECT_EQ(view.Trouble(), QStringLiteral("スライドのファイルではありません"));
+    EXPECT_TRUE(view.toolTip().contains(xml));
+    EXPECT_FALSE(Ink(Shot(view)).isNull());
+    EXPECT_NE(Shot(view), hint);
+}
+
+TEST_F(SlideViewTest, AnEmptySlideIsAnEmptyCanvas) {
+    view.SetEmptyText(QStringLiteral("プレビューなし"));
+    view.ShowSlide(folder.Write(QStringLiteral("A.SLD"), SlideHeader() + Hex("00 FC")));
+    EXPECT_TRUE(Ink(Shot(view)).isNull());
+    EXPECT_EQ(view.Trouble(), QString());
+    EXPECT_EQ(view.toolTip(), QString());
+}
+
+TEST_F(SlideViewTest, APictureThatWouldTakeTooLongSaysSo) {
+    SlideWriter writer(1000, 800);
+    std::mt19937 random(5);
+    std::vector<QPoint> corners;
+    for (int i = 0; i < 14000; ++i)
+        corners.emplace_back(int(random() % 1001), int(random() % 801));
+    writer.AddPolygon(corners);
+    const QString file = folder.Write(QStringLiteral("A.SLD"), writer.Bytes());
+    view.ShowSlide(file);
+    view.resize(1000, 800);
+    Shot(view);
+    EXPECT_EQ(view.Trouble(), QStringLiteral("図形が多すぎるため、一部を省略しています"));
+    EXPECT_TRUE(view.toolTip().contains(file));
+    view.resize(40, 30);
+    EXPECT_TRUE(QTest::qWaitFor([&] {
+        Shot(view);
+        return view.toolTip().isEmpty();
+    })) << "a small picture takes less";
 }
 
 TEST_F(SlideViewTest, LeavesTheMouseToOthers) {
