@@ -16,6 +16,9 @@ void ModalDialog::ShowModal() {
     const QSize remembered = sizes_.value(sizeKey_);
     if (remembered.isValid())
         resize(remembered);
+    // A dialog without a size of its own gets one from the toolkit, which minds the screen.
+    if (testAttribute(Qt::WA_Resized))
+        KeepWithinScreen(this);
     exec();
 }
 

@@ -11,10 +11,12 @@ namespace {
 
 // So much of a window must be on a screen to be found and dragged.
 constexpr int Grip = 32;
+// What a window manager draws at a side of a window, at most.
+constexpr int Border = 4;
 
-// With room for the title bar, which no size counts.
+// With room for the title bar and the borders, which no size counts.
 QSize BoundedTo(const QRect& screen, const QSize& size) {
-    return size.boundedTo(screen.size() - QSize(0, Grip));
+    return size.boundedTo(screen.size() - QSize(2 * Border, Grip));
 }
 
 } // namespace
@@ -31,6 +33,10 @@ QRect BroughtOntoScreen(const QRect& place) {
     brought.moveLeft(qBound(home.left(), brought.left(), home.right() - brought.width() + 1));
     brought.moveTop(qBound(home.top(), brought.top(), home.bottom() - Grip - brought.height() + 1));
     return brought;
+}
+
+void KeepWithinScreen(QWidget* window) {
+    window->resize(BoundedTo(window->screen()->availableGeometry(), window->size()));
 }
 
 void SetTopmost(QWidget* window, bool topmost) {

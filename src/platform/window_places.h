@@ -24,6 +24,9 @@ constexpr int PixelsToTwips(int pixels) {
 // A window's place as it was remembered, moved and cut so that it can be seen and reached on some screen.
 QRect BroughtOntoScreen(const QRect& place);
 
+// Makes a window that is about to be shown small enough for its screen.
+void KeepWithinScreen(QWidget* window);
+
 // Puts a window above all others, those of other programs too, or takes it back among them. Place, size and
 // visibility stay.
 void SetTopmost(QWidget* window, bool topmost);

@@ -61,6 +61,7 @@ void VedtControls::SetUp(QMainWindow& window, const GridCells& variables, const 
     window.statusBar()->addWidget(hint, 1);
 
     window.resize(TwipsToPixels(WindowWidth), TwipsToPixels(WindowHeight));
+    KeepWithinScreen(&window);
     const int variablePane = Vedt_Toolbar->minimumHeight() + TwipsToPixels(VariableGridHeight) + Gap;
     panes->setSizes({variablePane, window.height() - variablePane});
 }
