@@ -4,6 +4,7 @@
 #include "platform/svg_icon.h"
 
 #include <QApplication>
+#include <QComboBox>
 #include <QStyleOptionViewItem>
 #include <QWidget>
 
@@ -11,7 +12,7 @@ namespace velmo {
 
 namespace {
 
-// How much of the selection's colour is left in a view without the focus.
+// How much is left of the selection's colour in a view without the focus, and of the text's in a frame.
 constexpr double Faded = 0.3;
 // How much of the text's colour a hint has.
 constexpr float HintStrength = 0.6F;
@@ -25,6 +26,11 @@ QColor Mixed(const QColor& full, const QColor& ground) {
 // An item of a view whose selection is to be seen, but not as the one that keys go to.
 bool IsFaded(const QStyleOption* option, const QWidget* widget) {
     return widget && option->state.testFlag(QStyle::State_Selected) && !widget->hasFocus();
+}
+
+// The window of a combo box's list. What the toolkit frames it with is darker than any dark ground.
+bool IsDroppedDown(const QWidget* widget) {
+    return widget && widget->windowType() == Qt::Popup && qobject_cast<QComboBox*>(widget->parentWidget());
 }
 
 QStyleOptionViewItem FadedItem(const QStyleOptionViewItem& item) {
@@ -122,6 +128,13 @@ QSize VelmoStyle::sizeFromContents(ContentsType type, const QStyleOption* option
 
 void VelmoStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
                              const QWidget* widget) const {
+    if (element == CE_ShapedFrame && IsDroppedDown(widget)) {
+        const QPalette& palette = option->palette;
+        painter->setPen(Mixed(palette.color(QPalette::WindowText), palette.color(QPalette::Window)));
+        painter->setBrush(Qt::NoBrush);
+        painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
+        return;
+    }
     const auto* item = qstyleoption_cast<const QStyleOptionViewItem*>(option);
     if (element != CE_ItemViewItem || !item || !IsFaded(option, widget)) {
         QProxyStyle::drawControl(element, option, painter, widget);

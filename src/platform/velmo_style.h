@@ -5,8 +5,9 @@
 namespace velmo {
 
 // The desktop's style with what the program has of its own: the few standard icons that bars always carry,
-// sharp at every scale and readable in light and dark; selections that tell which view has the keyboard; room
-// for Japanese texts in menus, buttons and fields; and icons that grow with the desktop's font.
+// sharp at every scale and readable in light and dark; selections that tell which view has the keyboard; a
+// frame around dropped-down lists that is seen on every ground; room for Japanese texts in menus, buttons and
+// fields; and icons that grow with the desktop's font.
 class VelmoStyle : public QProxyStyle {
 public:
     using QProxyStyle::polish;

@@ -1,6 +1,8 @@
 #include "platform/velmo_style.h"
 
+#include <QAbstractItemView>
 #include <QBuffer>
+#include <QComboBox>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMenu>
@@ -105,6 +107,34 @@ TEST_F(VelmoStyleTest, ButtonsOfARowAreOfOneHeightInWhateverScript) {
         button->setStyle(&style_);
     EXPECT_EQ(latin.sizeHint().height(), japanese.sizeHint().height());
     EXPECT_GE(field_.sizeHint().height(), field_.fontMetrics().size(Qt::TextSingleLine, "漢字").height());
+}
+
+TEST_F(VelmoStyleTest, ADroppedDownListHasAFrameOnEveryGround) {
+    for (const bool dark : {false, true}) {
+        const QColor ground = dark ? QColor(0x2A, 0x2E, 0x32) : QColor(0xEF, 0xEF, 0xEF);
+        QPalette colours(ground);
+        if (dark)
+            colours.setColor(QPalette::Base, QColor(0x1B, 0x1E, 0x20));
+        for (const bool editable : {false, true}) {
+            QComboBox box(&window_);
+            box.setStyle(&style_);
+            box.setPalette(colours);
+            box.setEditable(editable);
+            box.addItems({"10", "20"});
+            box.show();
+            box.showPopup();
+            QWidget* list = box.view()->window();
+            list->setStyle(&style_);
+            list->setPalette(colours);
+            const QImage picture = list->grab().toImage();
+            const QColor frame = picture.pixelColor(0, picture.height() / 2);
+            EXPECT_EQ(picture.pixelColor(picture.width() / 2, picture.height() - 1), frame);
+            for (const QPalette::ColorRole role : {QPalette::Window, QPalette::Base})
+                EXPECT_GT(Distance(frame, colours.color(role)), 0.5) << dark << editable << role;
+            box.hidePopup();
+            box.setParent(nullptr);
+        }
+    }
 }
 
 } // namespace
