@@ -12,8 +12,9 @@ namespace {
 
 using namespace std::chrono_literals;
 
-// Users wait no longer than this for a picture; slides of the largest drawings take a tenth of it.
-constexpr auto longest = 500ms;
+// Users wait hardly longer than this for a picture; slides of the largest drawings take a quarter of it on the
+// largest screens.
+constexpr auto longest = 800ms;
 
 } // namespace
 
