@@ -9,20 +9,35 @@ QString SlideDamage::Text() const {
     case SlideFault::NoSlide:
         return QStringLiteral("スライドのファイルではありません");
     case SlideFault::TooLarge:
-        return QStringLiteral("スライドが大きすぎるため、途中まで表示しています");
+        return QStringLiteral("スライドを途中まで表示しています");
     case SlideFault::MissingEnd:
     case SlideFault::CutShort:
-        return QStringLiteral("スライドが壊れています (途中で終わっています)");
     case SlideFault::UnknownRecord:
-        return QStringLiteral("スライドが壊れています (読めない部分があります)");
+        return QStringLiteral("スライドが壊れています");
     }
     return {};
 }
 
-QString SlideDamage::TextWithPlace() const {
-    if (fault == SlideFault::Unreadable || fault == SlideFault::NoSlide)
-        return Text();
-    return QStringLiteral("%1\n位置: 先頭から %2 バイト").arg(Text(), QString::number(offset));
+QString SlideDamage::Detail() const {
+    QString reason;
+    switch (fault) {
+    case SlideFault::Unreadable:
+    case SlideFault::NoSlide:
+        return Text() + u'。';
+    case SlideFault::TooLarge:
+        reason = QStringLiteral("ファイルが大きすぎます。");
+        break;
+    case SlideFault::MissingEnd:
+        reason = QStringLiteral("終わりの印がありません。");
+        break;
+    case SlideFault::CutShort:
+        reason = QStringLiteral("データが途中で切れています。");
+        break;
+    case SlideFault::UnknownRecord:
+        reason = QStringLiteral("読めないデータがあります。");
+        break;
+    }
+    return QStringLiteral("%1。%2\n位置: 先頭から %3 バイト").arg(Text(), reason, QString::number(offset));
 }
 
 } // namespace velmo

@@ -18,10 +18,10 @@ struct SlideDamage {
     SlideFault fault = SlideFault::MissingEnd;
     qsizetype offset = 0; // of the record that could not be read, from the first byte
 
-    // What is wrong, in one short line for the user.
+    // That something is wrong, in few words for the user.
     QString Text() const;
-    // The same with the place, as far as there is one.
-    QString TextWithPlace() const;
+    // What is wrong and where.
+    QString Detail() const;
 
     bool operator==(const SlideDamage&) const = default;
 };

@@ -12,8 +12,8 @@ namespace {
 
 using namespace std::chrono_literals;
 
-// Users wait hardly longer than this for a picture; slides of the largest drawings take a quarter of it on the
-// largest screens.
+// Users wait hardly longer than this for a picture; slides of the largest drawings take a quarter of it on
+// the largest screens.
 constexpr auto longest = 800ms;
 
 } // namespace

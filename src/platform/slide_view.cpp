@@ -25,10 +25,9 @@ using namespace std::chrono_literals;
 // The ground of a drawing window, whatever the desktop's colours are.
 constexpr QColor ground(0x1B, 0x1F, 0x24);
 constexpr QColor hintColour(0x8A, 0x93, 0x9C);
-constexpr QColor noteGround(0x1B, 0x1F, 0x24, 0xD0);
 // Pixels.
 constexpr int focusWidth = 2;
-constexpr int noteMargin = 3;
+constexpr int noteMargin = 6;
 
 // After so long without another size a slow slide is drawn anew.
 constexpr auto settlingTime = 60ms;
@@ -133,7 +132,7 @@ void SlideView::paintEvent(QPaintEvent*) {
 QString SlideView::Trouble() const {
     if (slide_.damage)
         return slide_.damage->Text();
-    return picture_.IsWhole() ? QString() : QStringLiteral("図形が多すぎるため、一部を省略しています");
+    return picture_.IsWhole() ? QString() : QStringLiteral("スライドの一部を省略しています");
 }
 
 // A whole slide may be empty: that is what shows then.
@@ -144,21 +143,24 @@ void SlideView::PaintHint(QPainter& painter) const {
     DrawHint(painter, rect(), isEmptySlide ? QString() : slide_.damage ? Trouble() : emptyText_);
 }
 
+// In a corner, no larger than its text: what it covers is missing from the picture.
 void SlideView::PaintNote(QPainter& painter) const {
     const QFontMetrics font = painter.fontMetrics();
-    const QRect line(0, height() - font.height() - 2 * noteMargin, width(), font.height() + 2 * noteMargin);
-    const QRect room = line.adjusted(2 * noteMargin, noteMargin, -2 * noteMargin, -noteMargin);
-    painter.fillRect(line, noteGround);
+    const QString text = font.elidedText(Trouble(), Qt::ElideRight, width() - 2 * noteMargin);
+    const QSize size(font.horizontalAdvance(text) + 2 * noteMargin, font.height());
+    const QRect place(QPoint(0, height() - size.height()), size);
+    painter.fillRect(place, ground);
     painter.setPen(hintColour);
-    painter.drawText(room, Qt::AlignLeft | Qt::AlignVCenter,
-                     font.elidedText(Trouble(), Qt::ElideRight, room.width()));
+    painter.drawText(place, Qt::AlignCenter, text);
 }
 
 void SlideView::TellTrouble() {
     const QString trouble = Trouble();
-    const QString place = slide_.damage ? slide_.damage->TextWithPlace() : trouble;
+    const QString detail = slide_.damage
+                               ? slide_.damage->Detail()
+                               : trouble + QStringLiteral("。図形が多すぎて、表示に時間がかかります。");
     const QString file = QStringLiteral("ファイル: ") + file_;
-    setToolTip(trouble.isEmpty() ? QString() : PlainToolTip(place + u'\n' + file));
+    setToolTip(trouble.isEmpty() ? QString() : PlainToolTip(detail + u'\n' + file));
     setAccessibleDescription(trouble.isEmpty() ? file_ : file_ + u'\n' + trouble);
 }
 

@@ -349,13 +349,16 @@ TEST(SlideFile, OnlyARegularFileIsOpened) {
 #endif
 
 TEST(SlideDamage, TellsWhatAndWhere) {
-    EXPECT_EQ((SlideDamage{SlideFault::CutShort, 1234}).TextWithPlace(),
-              QStringLiteral("スライドが壊れています (途中で終わっています)\n位置: 先頭から 1234 バイト"));
-    EXPECT_EQ((SlideDamage{SlideFault::NoSlide, 0}).TextWithPlace(),
-              QStringLiteral("スライドのファイルではありません"));
+    const SlideDamage cut{SlideFault::CutShort, 1234};
+    EXPECT_EQ(cut.Text(), QStringLiteral("スライドが壊れています"));
+    EXPECT_EQ(
+        cut.Detail(),
+        QStringLiteral("スライドが壊れています。データが途中で切れています。\n位置: 先頭から 1234 バイト"));
+    EXPECT_EQ((SlideDamage{SlideFault::NoSlide, 0}).Detail(),
+              QStringLiteral("スライドのファイルではありません。"));
     for (const SlideFault fault : {SlideFault::Unreadable, SlideFault::NoSlide, SlideFault::TooLarge,
                                    SlideFault::MissingEnd, SlideFault::CutShort, SlideFault::UnknownRecord})
-        EXPECT_FALSE((SlideDamage{fault, 0}).Text().isEmpty());
+        EXPECT_TRUE((SlideDamage{fault, 0}).Detail().startsWith(SlideDamage{fault, 0}.Text()));
 }
 
 TEST(SlideColour, FollowsTheTable) {

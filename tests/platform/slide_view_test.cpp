@@ -149,7 +149,7 @@ TEST_F(SlideViewTest, ShowsADamagedSlideAsFarAsItWasReadAndSaysSo) {
     view.ShowSlide(file);
     EXPECT_TRUE(view.HasPicture());
     EXPECT_EQ(view.Trouble(), view.Shown().damage->Text());
-    EXPECT_TRUE(view.toolTip().contains(QStringLiteral("途中で終わっています")));
+    EXPECT_TRUE(view.toolTip().contains(QStringLiteral("終わりの印がありません")));
     EXPECT_TRUE(view.toolTip().contains(QString::number(whole.size() - 2)));
     EXPECT_TRUE(view.toolTip().contains(file));
     EXPECT_TRUE(view.accessibleDescription().contains(view.Trouble()));
@@ -196,7 +196,7 @@ TEST_F(SlideViewTest, APictureThatWouldTakeTooLongSaysSo) {
     view.ShowSlide(file);
     view.resize(1000, 800);
     Shot(view);
-    EXPECT_EQ(view.Trouble(), QStringLiteral("図形が多すぎるため、一部を省略しています"));
+    EXPECT_EQ(view.Trouble(), QStringLiteral("スライドの一部を省略しています"));
     EXPECT_TRUE(view.toolTip().contains(file));
     view.resize(40, 30);
     EXPECT_TRUE(QTest::qWaitFor([&] {
