@@ -2,6 +2,10 @@
 
 #include <QFile>
 
+#ifdef Q_OS_UNIX
+#include <sys/stat.h>
+#endif
+
 namespace velmo {
 namespace {
 
@@ -9,7 +13,7 @@ using testing::ElementsAre;
 
 const QStringList bolts = {"トルヴィク", "ボルト"};
 
-// Slides that are not what they should be are shown as far as they go; nobody is told.
+// Slides that are not what they should be are shown as far as they go, and told about where they show.
 class DamagedSlideTest : public AcceptanceTest {
 protected:
     void SetUp() override {
@@ -54,6 +58,20 @@ TEST_F(DamagedSlideTest, OfSeveralKinds) {
     EXPECT_THAT(Values(), ElementsAre("10", "50", "SS400"));
 }
 
+#ifdef Q_OS_UNIX
+TEST_F(DamagedSlideTest, APipeIsNotWaitedFor) {
+    const QString file = session_.Home() + "/SMB/BOLT/HEX.SLD";
+    ASSERT_TRUE(QFile::remove(file));
+    ASSERT_EQ(mkfifo(file.toLocal8Bit().constData(), 0600), 0);
+    StartWith("VLM_MAIN");
+    ChooseCategory(bolts);
+    Run().Click("VlmPdfList", Item::Named("六角ボルト"));
+    EXPECT_TRUE(Run().Property("VlmPDFSlide", "toolTip").toString().contains("開けません"));
+    OpenShownEntry("六角ボルト");
+    EXPECT_THAT(Values(), ElementsAre("10", "50", "SS400"));
+}
+#endif
+
 TEST_F(DamagedSlideTest, OfACategoryOrMissing) {
     session_.WriteHome("SMB\\BOLT\\BOLT.SLD", "no slide");
     QFile::remove(session_.Home() + "/SMB/WASH/WASH.SLD");
@@ -63,7 +81,11 @@ TEST_F(DamagedSlideTest, OfACategoryOrMissing) {
     ChooseCategory(bolts);
     EXPECT_EQ(Run().Panels("VlmStatusBar").first(), QString("ボルト"));
     EXPECT_THAT(Run().Column("VlmPdfList", 0), ElementsAre("六角ボルト", "アイボルト", "記号"));
+    const QString trouble = Run().Property("VlmTreeSlide", "toolTip").toString();
+    EXPECT_TRUE(trouble.contains("スライドのファイルではありません")) << trouble.toStdString();
+    EXPECT_TRUE(trouble.contains("BOLT.SLD")) << trouble.toStdString();
     ChooseCategory({"トルヴィク", "座金"});
+    EXPECT_EQ(Run().Property("VlmTreeSlide", "toolTip").toString(), QString());
     EXPECT_EQ(Run().Picture("VlmTreeSlide"), missing);
 }
 
