@@ -243,13 +243,13 @@ TEST_F(PickFileTest, KeepsTheSizeThatItWasGivenForTheSession) {
     AddCategoryBelow(bolts_);
     Browse("Srch3");
     const QJsonArray first = Run().Window("Vlm_FileFrm")["rect"].toArray();
-    const QSize larger(first[2].toInt() + 80, first[3].toInt() + 60);
-    Run().ResizeWindow("Vlm_FileFrm", larger);
+    const QSize other(first[2].toInt() - 80, first[3].toInt() + 60);
+    Run().ResizeWindow("Vlm_FileFrm", other);
     Run().Press("Escape");
     Run().WaitUntilClosed("Vlm_FileFrm");
     Browse("Srch3");
     const QJsonArray second = Run().Window("Vlm_FileFrm")["rect"].toArray();
-    EXPECT_EQ(QSize(second[2].toInt(), second[3].toInt()), larger);
+    EXPECT_EQ(QSize(second[2].toInt(), second[3].toInt()), other);
 }
 
 } // namespace
