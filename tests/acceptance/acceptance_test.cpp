@@ -2,14 +2,20 @@
 
 namespace velmo {
 
+Launch AcceptanceTest::ThisLaunch() const {
+    Launch launch = session_.LaunchOf(VELMO_PROGRAM, TEST_PLUGIN_FOLDER);
+    launch.environment.insert(environment_);
+    return launch;
+}
+
 void AcceptanceTest::Start() {
     FinishRun();
-    run_ = std::make_unique<VelmoRun>(session_.LaunchOf(VELMO_PROGRAM, TEST_PLUGIN_FOLDER));
+    run_ = std::make_unique<VelmoRun>(ThisLaunch());
 }
 
 void AcceptanceTest::StartChanged(const std::function<void()>& childModifier) {
     FinishRun();
-    Launch launch = session_.LaunchOf(VELMO_PROGRAM, TEST_PLUGIN_FOLDER);
+    Launch launch = ThisLaunch();
     launch.childModifier = childModifier;
     run_ = std::make_unique<VelmoRun>(launch);
 }

@@ -25,6 +25,8 @@ protected:
     // The same, and waits for the window.
     void StartWith(const QString& window);
     VelmoRun& Run() { return *run_; }
+    // False when the last start failed.
+    bool HasStarted() const { return run_ != nullptr; }
     // The exit status of a run that ends by itself.
     int End();
     // Waits for a message that holds all these parts, and answers it.
@@ -54,8 +56,11 @@ protected:
     void ClickVariable(int row, int col) { Run().Click("Vedt_NowFGrid", Item::Cell(row - 1, col)); }
 
     VelmoSession session_;
+    // What every run finds in its environment besides the session's.
+    QProcessEnvironment environment_;
 
 private:
+    Launch ThisLaunch() const;
     void FinishRun();
 
     std::unique_ptr<VelmoRun> run_;

@@ -335,6 +335,15 @@ Message VelmoRun::WaitForMessage() {
         box = CallAndExplain({{"do", "state"}})["box"];
         return box.isObject() && box["serial"].toInt() != knownBox_;
     });
+    return Know(box);
+}
+
+std::optional<Message> VelmoRun::OpenMessage() {
+    const QJsonValue box = CallAndExplain({{"do", "state"}})["box"];
+    return box.isObject() ? std::optional(Know(box)) : std::nullopt;
+}
+
+Message VelmoRun::Know(const QJsonValue& box) {
     knownBox_ = box["serial"].toInt();
     Message message{box["title"].toString(), box["text"].toString(), {}, {}};
     const QJsonArray buttons = box["buttons"].toArray();

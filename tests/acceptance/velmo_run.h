@@ -8,6 +8,7 @@
 #include <QSize>
 
 #include <functional>
+#include <optional>
 
 namespace velmo {
 
@@ -126,6 +127,8 @@ public:
     // --- message boxes
     // Waits for the next box, whatever it says.
     Message WaitForMessage();
+    // The box that is open now, whatever it says, if there is one.
+    std::optional<Message> OpenMessage();
     // Waits for the next box and throws when it says something else.
     Message ExpectMessage(const QString& text);
     // Clicks a standard button of the box that was waited for.
@@ -153,6 +156,7 @@ public:
 
 private:
     QJsonObject CallAndExplain(const QJsonObject& command);
+    Message Know(const QJsonValue& box);
     QString TryScreen();
     void ThrowWithScreen(const QString& what);
 

@@ -169,7 +169,7 @@ void VelmoSession::ExecuteHome(const QString& database, const QString& sql) cons
 
 Launch VelmoSession::LaunchOf(const QString& program, const QString& pluginFolder) const {
     QProcessEnvironment environment;
-    environment.insert("XDG_CONFIG_HOME", folder_ + "/config");
+    environment.insert("XDG_CONFIG_HOME", ConfigFolder());
     return {program, pluginFolder, folder_, environment};
 }
 

@@ -27,7 +27,9 @@ public:
     // As the operating system spells them.
     const QString& Home() const { return home_; }
     QString Exchange() const { return folder_ + "/exchange"; }
-    QString SettingsPath() const { return folder_ + "/config/Kestova2019/Velmo2.ini"; }
+    // Where programs keep their settings.
+    QString ConfigFolder() const { return folder_ + "/config"; }
+    QString SettingsPath() const { return ConfigFolder() + "/Kestova2019/Velmo2.ini"; }
 
     // Writes a file below the home folder (name with backslashes); lines get code page 932 and CR LF.
     void WriteHome(const QString& name, const QByteArray& bytes) const;
