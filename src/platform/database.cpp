@@ -168,7 +168,8 @@ std::shared_ptr<PreparedStatement> Database::Prepare(const QString& statement) {
     const auto known = prepared_.constFind(statement);
     try {
         if (known != prepared_.constEnd() && known->use_count() == 1) {
-            (*known)->statement.reset();
+            // What its last run failed with does not concern the next one.
+            (*known)->statement.tryReset();
             (*known)->statement.clearBindings();
             return *known;
         }

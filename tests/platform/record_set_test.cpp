@@ -8,6 +8,8 @@
 #include <QFile>
 #include <gtest/gtest.h>
 
+#include <optional>
+
 namespace velmo {
 namespace {
 
@@ -187,6 +189,107 @@ TEST_F(RecordSetTest, AnotherProgramsLockIsAnErrorThatNamesTheFile) {
         EXPECT_EQ(error.Number(), ErrorNumber::DatabaseLocked);
         EXPECT_EQ(error.File(), folder_.Path("test.mdb"));
     }
+}
+
+// A database whose last rows lie on a page that is damaged.
+class DamagedRowsTest : public testing::Test {
+protected:
+    DamagedRowsTest() {
+        {
+            Database database = Database::Create(folder_.Path("test.mdb"));
+            database.Execute("CREATE TABLE T (ID COUNTER, Name TEXT);");
+            database.Execute("INSERT INTO T (Name) SELECT hex(zeroblob(100)) FROM (WITH RECURSIVE n(i) AS "
+                             "(SELECT 1 UNION ALL SELECT i+1 FROM n LIMIT 100) SELECT * FROM n)");
+        }
+        QByteArray bytes = folder_.Read("test.mdb");
+        constexpr int page = 4096;
+        bytes.replace(bytes.size() - page, page, QByteArray(page, 'x'));
+        folder_.Write("test.mdb", bytes);
+        database_.emplace(folder_.Path("test.mdb"), Database::Access::Write);
+    }
+
+    TempFolder folder_;
+    std::optional<Database> database_;
+};
+
+TEST_F(DamagedRowsTest, AfterAStepThatFailedThereIsNoCurrentRow) {
+    RecordSet rows(*database_, "T");
+    int read = 0;
+    EXPECT_EQ(Failure([&] {
+                  for (; !rows.Eof(); rows.MoveNext())
+                      ++read;
+              }),
+              ErrorNumber::NotADatabase);
+    EXPECT_GT(read, 10);
+    EXPECT_LT(read, 100);
+    EXPECT_TRUE(rows.Eof());
+    EXPECT_TRUE(rows.NoMatch());
+    EXPECT_EQ(Failure([&] { rows.Text(u"Name"); }), ErrorNumber::NoCurrentRecord);
+    EXPECT_EQ(Failure([&] { rows.Text(0); }), ErrorNumber::NoCurrentRecord);
+    EXPECT_EQ(Failure([&] { rows.Integer(u"ID"); }), ErrorNumber::NoCurrentRecord);
+    EXPECT_EQ(Failure([&] { rows.MoveNext(); }), ErrorNumber::NoCurrentRecord);
+    EXPECT_EQ(Failure([&] { rows.Edit(); }), ErrorNumber::NoCurrentRecord);
+    EXPECT_EQ(Failure([&] { rows.Delete(); }), ErrorNumber::NoCurrentRecord);
+    rows.FindNext();
+    EXPECT_TRUE(rows.NoMatch());
+
+    rows.MoveFirst();
+    EXPECT_EQ(rows.Integer(u"ID"), 1);
+    EXPECT_EQ(Failure([&] { rows.FindFirst("Name='nobody'"); }), ErrorNumber::NotADatabase);
+    EXPECT_TRUE(rows.NoMatch());
+    rows.FindFirst("ID=2");
+    EXPECT_EQ(rows.Integer(u"ID"), 2);
+    EXPECT_EQ(RecordSet(*database_, "SELECT * FROM T WHERE ID=", 3).Integer(u"ID"), 3);
+}
+
+TEST_F(RecordSetTest, AStatementThatFailedWorksOnceItsCauseIsGone) {
+    database_.Execute("PRAGMA busy_timeout=0");
+    RecordSet before(database_, "T");
+    std::optional<Database> other;
+    before.MoveFirst();
+    while (!before.Eof())
+        before.MoveNext();
+    other.emplace(folder_.Path("test.mdb"), Database::Access::Write);
+    other->Execute("BEGIN EXCLUSIVE");
+    for (int i = 0; i < 2; ++i) {
+        EXPECT_EQ(Failure([&] { Names("SELECT * FROM T WHERE Number=3"); }), ErrorNumber::DatabaseLocked);
+        EXPECT_EQ(Failure([&] { before.MoveFirst(); }), ErrorNumber::DatabaseLocked);
+        EXPECT_TRUE(before.Eof());
+        EXPECT_EQ(Failure([&] { Add("lost"); }), ErrorNumber::DatabaseLocked);
+        EXPECT_EQ(Failure([&] { database_.Execute("DELETE FROM T"); }), ErrorNumber::DatabaseLocked);
+        EXPECT_EQ(Failure([&] { const Transaction transaction(database_); }), ErrorNumber::DatabaseLocked);
+    }
+    other->Execute("ROLLBACK");
+    before.MoveFirst();
+    EXPECT_EQ(before.Text(u"Name"), "one");
+    EXPECT_EQ(Names("SELECT * FROM T WHERE Number=3"), (QStringList{"one", "two"}));
+    Add("kept");
+    EXPECT_EQ(Names("T").last(), "kept");
+}
+
+TEST_F(RecordSetTest, ARowThatWasRefusedLeavesNothingToTheNext) {
+    database_.Execute("CREATE UNIQUE INDEX OneOfEach ON T (Name)");
+    RecordSet rows(database_, "T");
+    rows.AddNew();
+    rows.Set(u"Name", u"two");
+    rows.SetNumber(u"Number", 7);
+    EXPECT_EQ(Failure([&] { rows.Update(); }), ErrorNumber::DatabaseFailed);
+    EXPECT_EQ(Failure([&] { rows.Update(); }), ErrorNumber::NoCurrentRecord)
+        << "each Update needs its AddNew";
+    rows.AddNew();
+    rows.Set(u"Name", u"four");
+    rows.Update();
+    EXPECT_EQ(RecordSet(database_, "SELECT * FROM T WHERE Name='", "four", "'").Text(u"Number"), "");
+
+    rows.MoveFirst();
+    rows.Edit();
+    rows.Set(u"Name", u"two");
+    EXPECT_EQ(Failure([&] { rows.Update(); }), ErrorNumber::DatabaseFailed);
+    EXPECT_EQ(rows.Text(u"Name"), "one") << "still the current row";
+    rows.Edit();
+    rows.SetNumber(u"Number", 8);
+    rows.Update();
+    EXPECT_EQ(Names("SELECT * FROM T WHERE Number=8"), QStringList{"one"});
 }
 
 TEST(Database, FilesThatAreNoDatabasesAreRefusedAndLeftAlone) {

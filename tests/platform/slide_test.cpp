@@ -361,6 +361,33 @@ TEST(SlideDamage, TellsWhatAndWhere) {
         EXPECT_TRUE((SlideDamage{fault, 0}).Detail().startsWith(SlideDamage{fault, 0}.Text()));
 }
 
+// A slide of that many bytes whose last line stands right before its end.
+QByteArray SlideOfSize(qsizetype size) {
+    const QByteArray line = Hex("02 00 02 00 0A 00 02 00");
+    const QByteArray end = Hex("00 FC");
+    QByteArray bytes = SlideHeader() + Hex("00 FB 00 00 05");
+    const QByteArray colour = Hex("01 FF");
+    bytes += colour.repeated((size - bytes.size() - line.size() - end.size()) / colour.size());
+    return bytes + line + end;
+}
+
+TEST(SlideFile, SixteenMebibytesAreReadAndNoByteMore) {
+    constexpr qsizetype most = qsizetype{16} << 20;
+    const TempFolder folder;
+    const auto load = [&folder](qsizetype size) {
+        const QByteArray bytes = SlideOfSize(size);
+        EXPECT_EQ(bytes.size(), size);
+        return LoadSlide(folder.Write(QStringLiteral("LARGE.SLD"), bytes));
+    };
+    const Slide whole = load(most);
+    EXPECT_TRUE(whole.isSlide);
+    EXPECT_FALSE(whole.damage);
+    const Slide endless = load(most + 2);
+    EXPECT_EQ(endless.damage, (SlideDamage{SlideFault::MissingEnd, most}));
+    const Slide cut = load(most + 4);
+    EXPECT_EQ(cut.damage, (SlideDamage{SlideFault::CutShort, most - 6}));
+}
+
 TEST(SlideColour, FollowsTheTable) {
     const std::vector<std::pair<std::uint8_t, std::uint32_t>> expected = {
         {0, 0x000000},   {1, 0xFF0000},   {2, 0xFFFF00},   {3, 0x00FF00},   {4, 0x00FFFF},   {5, 0x0000FF},
