@@ -167,6 +167,22 @@ TEST_F(ChooseTest, AsksForAMissingValue) {
     EXPECT_EQ(session_.ReadExchangeLines("velmo.ret"), QStringList({"1", "V4()", "7"}));
 }
 
+TEST_F(ChooseTest, AsksForTheLastValueWhenOnlyThatIsMissing) {
+    StartWith("VLM_MAIN");
+    OpenEntry(bolts, "六角ボルト");
+    ClickVariable(3, 1);
+    Run().Press("Ctrl+A");
+    Run().Press("Delete");
+    Run().Press("Return");
+    ClickVariable(1, 0);
+    Run().Click("Vedt_OKBtn");
+    Run().ExpectMessage("値を入力してください。");
+    Run().AnswerOk();
+    EXPECT_EQ(CurrentRow("Vedt_NowFGrid"), 3);
+    EXPECT_TRUE(Run().IsVisible("CurEdit"));
+    EXPECT_FALSE(session_.ExistsInExchange("velmo.ret"));
+}
+
 TEST_F(ChooseTest, ConfirmWritesTheAnswerByteForByte) {
     StartWith("VLM_MAIN");
     OpenEntry(bolts, "六角ボルト");

@@ -94,6 +94,45 @@ TEST_F(LayoutTest, EverythingComesBackAfterOpen) {
     EXPECT_EQ(ShownSplitters(), shown);
 }
 
+// Odd sizes of pixels, and twips between two pixels as another program may have written them.
+TEST_F(LayoutTest, EveryPlaceComesBackToThePixel) {
+    const QStringList placeKeys = {"VlmMainLeft", "VlmMainTop", "VlmMainWidth", "VlmMainHeight"};
+    for (const int odd : {0, 1, 7, 8, 14}) {
+        session_.Set("VlmMainLeft", QString::number(1500 + odd));
+        session_.Set("VlmMainTop", QString::number(750 + odd));
+        session_.Set("VlmMainWidth", QString::number(8715 + odd));
+        session_.Set("VlmMainHeight", QString::number(6615 + odd));
+        session_.Set("FrameSplitLeft", QString::number(3015 + odd));
+        session_.Set("TreeSplitTop", QString::number(2985 + odd));
+        session_.Set("PdfSplitTop", QString::number(2505 + odd));
+        StartWith("VLM_MAIN");
+        const int up = odd > 7 ? 1 : 0;
+        EXPECT_EQ(Left("VLM_MAIN"), 100 + up);
+        EXPECT_EQ(Top("VLM_MAIN"), 50 + up);
+        EXPECT_EQ(Width("VLM_MAIN"), 581 + up);
+        EXPECT_EQ(Height("VLM_MAIN"), 441 + up);
+        EXPECT_EQ(Left("SplitImg"), 201 + up);
+        EXPECT_EQ(Top("TreeImg"), 199 + up);
+        EXPECT_EQ(Top("PDFImg"), 167 + up);
+        const QStringList shown = ShownSplitters();
+        LeaveThroughOpen();
+        EXPECT_EQ(SavedSplitters(), shown);
+        QStringList saved;
+        for (const QString& key : placeKeys)
+            saved << session_.Setting(key).value_or("none");
+        EXPECT_EQ(saved, QStringList({QString::number(1500 + 15 * up), QString::number(750 + 15 * up),
+                                      QString::number(8715 + 15 * up), QString::number(6615 + 15 * up)}));
+        StartWith("VLM_MAIN");
+        EXPECT_EQ(Left("VLM_MAIN"), 100 + up);
+        EXPECT_EQ(Top("VLM_MAIN"), 50 + up);
+        EXPECT_EQ(Width("VLM_MAIN"), 581 + up);
+        EXPECT_EQ(Height("VLM_MAIN"), 441 + up);
+        EXPECT_EQ(ShownSplitters(), shown);
+        Run().ClickAction("Tbar_Cancel");
+        ASSERT_EQ(End(), 0);
+    }
+}
+
 TEST_F(LayoutTest, CancelAndTheCloseBoxSaveNothing) {
     StartWith("VLM_MAIN");
     Run().Drag("SplitImg", {40, 0});

@@ -73,6 +73,17 @@ TEST_F(TableRefusalTest, AnEmptyCellIsAskedFor) {
     EXPECT_EQ(session_.Setting("UsrLastPDF"), Symbol("HEX.TXT"));
 }
 
+TEST_F(TableRefusalTest, TheVeryLastCellIsLookedAtToo) {
+    Click({4, 3});
+    Run().Press("Delete");
+    Click({1, 1});
+    ClickOk();
+    Run().ExpectMessage("値を入力してください。");
+    Run().AnswerOk();
+    ExpectEditing({4, 3}, "");
+    ExpectUnsaved();
+}
+
 TEST_F(TableRefusalTest, AnEmptyCellOfAnUnchangedTableIsNot) {
     WriteColumn({"A", "", "C"});
     OpenTable();

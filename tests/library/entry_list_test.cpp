@@ -124,6 +124,19 @@ TEST_F(EntryListTest, OfTwoEntriesWithOneCaptionTheFirstWins) {
     EXPECT_EQ(state_.CurPdfIndex, 2);
 }
 
+TEST_F(EntryListTest, AnEqualCaptionInAnotherCategoryIsAnotherEntry) {
+    AddEntry(*database_, 3, "two", "SMB\\third.txt");
+    state_.CurFolderID = 3;
+    list_.FillEntryList(EntryList::Restore::No);
+    Click(1);
+    EXPECT_EQ(state_.SymbolFile, folder_.Path("SMB\\third.txt"));
+    EXPECT_EQ(state_.CurPdfID, 6);
+    database_->Execute("DELETE FROM PDFFileTable WHERE ID=6");
+    Click(1);
+    EXPECT_EQ(state_.SymbolFile, "") << "those of the other category are not taken for it";
+    EXPECT_EQ(state_.CurPdfID, 0);
+}
+
 TEST_F(EntryListTest, AQuoteInACaptionBreaksTheQuery) {
     list_.FillEntryList(EntryList::Restore::No);
     Click(0);

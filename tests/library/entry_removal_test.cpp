@@ -147,6 +147,19 @@ TEST_F(EntryRemovalTest, OfEqualNamesTheFirstOfTheFolderGoes) {
     EXPECT_EQ(Entries(), firstEntries + (QStringList{"3|3|same|1|1", "5|2|same|3|3"}));
 }
 
+TEST_F(EntryRemovalTest, AnEqualNameInAnotherFolderIsNotTaken) {
+    {
+        Database database = Open();
+        AddEntry(database, 3, "M10", "1", "1");
+    }
+    state.CurFolderID = 3;
+    EXPECT_TRUE(DeleteEntry("M10"));
+    EXPECT_EQ(Entries(), firstEntries);
+    EXPECT_FALSE(DeleteEntry("M10"));
+    EXPECT_EQ(told, QStringList{Failed});
+    EXPECT_EQ(Entries(), firstEntries);
+}
+
 TEST_F(EntryRemovalTest, NoLeavesTheEntry) {
     answer = false;
     EXPECT_FALSE(DeleteEntry("M12"));

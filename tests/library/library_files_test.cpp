@@ -116,6 +116,20 @@ TEST_F(LibraryFilesTest, ModeThreeOpensBothLibraries) {
     EXPECT_TRUE(state_.SystemTreeFirst);
 }
 
+TEST_F(LibraryFilesTest, ModeThreeTakesAnyNumberButZeroForTheSystemTree) {
+    CreateLibraryFile(folder_.Path("home\\VelmoUsr.mdb"));
+    CreateLibraryFile(folder_.Path("home\\Velmo2.mdb"));
+    state_.UserLibrary = true;
+    state_.RunMode = 3;
+    for (const auto& [stored, isSystem] :
+         {std::pair("2", true), std::pair("-1", true), std::pair("0.5", true), std::pair("1e-3", true),
+          std::pair("40000", true), std::pair("0.0", false), std::pair("-0", false), std::pair("", false)}) {
+        settings_.Save("Tree2nd1st", QString(stored));
+        Open();
+        EXPECT_EQ(state_.SystemTreeFirst, isSystem) << stored;
+    }
+}
+
 TEST_F(LibraryFilesTest, ModeThreeForgetsTheSystemTreeWhenItsLibraryIsNew) {
     WriteList(SmallList);
     CreateLibraryFile(folder_.Path("home\\VelmoUsr.mdb"));

@@ -11,6 +11,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSignalSpy>
+#include <QSplitter>
 #include <QTest>
 #include <QTimer>
 #include <gmock/gmock.h>
@@ -416,6 +417,24 @@ TEST_F(FilePickerTest, ControlsHaveNamesForEveryone) {
     for (const char* name : {"VlmFileTV", "Vlm_File", "Vlm_FileSlide", "Vlm_Text"})
         EXPECT_FALSE(Find<QWidget>(name)->accessibleName().isEmpty()) << name;
     EXPECT_TRUE(Find<QPushButton>("Vlm_FilOKBtn")->isDefault());
+}
+
+TEST_F(FilePickerTest, NoPaneCanBeDraggedAway) {
+    WriteSample();
+    Open();
+    auto* panes = picker_->findChild<QSplitter*>();
+    ASSERT_TRUE(panes);
+    ASSERT_EQ(panes->count(), 3);
+    for (const int handle : {1, 2}) {
+        for (const int far : {-5000, 5000}) {
+            QWidget* bar = panes->handle(handle);
+            const QPoint grip = bar->rect().center();
+            QTest::mousePress(bar, Qt::LeftButton, {}, grip);
+            QTest::mouseMove(bar, grip + QPoint(far, 0));
+            QTest::mouseRelease(bar, Qt::LeftButton, {}, grip + QPoint(far, 0));
+            EXPECT_THAT(panes->sizes(), testing::Each(testing::Gt(20))) << handle << " by " << far;
+        }
+    }
 }
 
 } // namespace

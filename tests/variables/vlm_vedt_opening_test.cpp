@@ -4,6 +4,7 @@
 #include "window_sample.h"
 
 #include <QHeaderView>
+#include <QSplitter>
 
 #ifdef Q_OS_LINUX
 #include "support/other_user.h"
@@ -279,6 +280,20 @@ TEST_F(VedtOpeningTest, ADefinitionThatIsAFolderEndsTheProgram) {
 TEST_F(VedtOpeningTest, TheWindowHasAnIcon) {
     Open();
     EXPECT_FALSE(window->windowIcon().pixmap(16).isNull());
+}
+
+TEST_F(VedtOpeningTest, NeitherPaneCanBeDraggedAway) {
+    Open();
+    auto* panes = window->findChild<QSplitter*>();
+    ASSERT_TRUE(panes);
+    for (const int far : {-5000, 5000}) {
+        QWidget* bar = panes->handle(1);
+        const QPoint grip = bar->rect().center();
+        QTest::mousePress(bar, Qt::LeftButton, {}, grip);
+        QTest::mouseMove(bar, grip + QPoint(0, far));
+        QTest::mouseRelease(bar, Qt::LeftButton, {}, grip + QPoint(0, far));
+        EXPECT_THAT(panes->sizes(), testing::Each(testing::Gt(20))) << far;
+    }
 }
 
 } // namespace
