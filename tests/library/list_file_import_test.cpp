@@ -168,10 +168,11 @@ TEST_F(ListFileImportTest, WithoutQuotesOnlyAParenthesisBehindTheOpeningOneClose
 }
 
 TEST_F(ListFileImportTest, AnEntryNeverChangesTheDepth) {
-    Import({root, "(\"aa,  \\A\\AAAA.SLD,\"", "(\"e,  \\E\\EEEE.SLD,  \\E\\E.TXT\" ",
-            "\"f,  \\F\\FFFF.SLD,  \\F\\F.TXT\")"});
+    Import({root, "(\"aa,  \\A\\AAAA.SLD,\"", "\"e,  \\E\\EEEE.SLD,  \\E\\E.TXT\")"});
+    EXPECT_EQ(ParentOfNext(), 2) << "without a parenthesis it closes nothing";
+    Import({"(\"f,  \\F\\FFFF.SLD,  \\F\\F.TXT\" ", ")"});
+    EXPECT_EQ(ParentOfNext(), 1) << "with one it opens nothing";
     EXPECT_EQ(Entries().size(), 2);
-    EXPECT_EQ(ParentOfNext(), 2);
 }
 
 TEST_F(ListFileImportTest, ACategoryWithoutParenthesisNeverClosesTheTop) {
