@@ -7,8 +7,18 @@
 #include <QDir>
 #include <QFileInfo>
 
+#include <algorithm>
 #include <cerrno>
 #include <filesystem>
+#include <memory>
+
+#ifdef Q_OS_WIN
+#include <windows.h>
+#else
+#include <cstdio>
+#include <fcntl.h>
+#include <unistd.h>
+#endif
 
 namespace velmo {
 
@@ -62,14 +72,15 @@ public:
         TakePlace(work, ifThere);
     }
 
-    void DeleteSource() {
-        if (QFile::remove(from_))
-            return;
-        TakeBack();
-        throw RuntimeError(ErrorNumber::PermissionDenied,
-                           QStringLiteral("移動元のファイルを削除できません。"))
-            .InFile(source_);
+    [[nodiscard]] bool DeleteSource() const { return QFile::remove(from_); }
+
+    // After a failure the file is only where it was before; what it replaced is gone, so there it stays.
+    void TakeBack() const {
+        if (!replaces_)
+            QFile::remove(to_);
     }
+
+    const QString& Source() const { return source_; }
 
 private:
     void RequireReplaceable(IfThere ifThere) const {
@@ -114,12 +125,6 @@ private:
         ThrowCannotWrite(destination_, failure);
     }
 
-    // After a failure the file is only where it was before; what it replaced is gone, so there it stays.
-    void TakeBack() const {
-        if (!replaces_)
-            QFile::remove(to_);
-    }
-
     const QString& source_;
     const QString& destination_;
     QString from_;
@@ -127,14 +132,142 @@ private:
     bool replaces_ = false;
 };
 
+// All of them, or none: a failure takes back those before.
+void CopyAll(const std::vector<std::unique_ptr<Move>>& moves, const std::vector<IfThere>& ifThere) {
+    size_t copied = 0;
+    try {
+        for (; copied < moves.size(); ++copied)
+            moves[copied]->Copy(ifThere[copied]);
+    } catch (...) {
+        for (size_t before = 0; before < copied; ++before)
+            moves[before]->TakeBack();
+        throw;
+    }
+}
+
+#ifdef Q_OS_WIN
+// 0, or the system's error.
+int RenameToNew(const QString& from, const QString& to) {
+    const auto wide = [](const QString& path) { return QDir::toNativeSeparators(path).toStdWString(); };
+    if (::MoveFileExW(wide(from).c_str(), wide(to).c_str(), MOVEFILE_WRITE_THROUGH) != 0)
+        return 0;
+    const DWORD failure = ::GetLastError();
+    return failure == ERROR_ALREADY_EXISTS || failure == ERROR_FILE_EXISTS ? EEXIST : EIO;
+}
+
+constexpr Qt::CaseSensitivity FolderCase = Qt::CaseInsensitive;
+#else
+int RenameToNew(const QString& from, const QString& to) {
+    const QByteArray source = QFile::encodeName(from);
+    const QByteArray target = QFile::encodeName(to);
+#ifdef RENAME_NOREPLACE
+    if (::renameat2(AT_FDCWD, source.constData(), AT_FDCWD, target.constData(), RENAME_NOREPLACE) == 0)
+        return 0;
+    if (errno != EINVAL && errno != ENOSYS)
+        return errno;
+#endif
+    // A file system without that call has links at least; two names for a moment do no harm.
+    if (::link(source.constData(), target.constData()) == 0) {
+        static_cast<void>(::unlink(source.constData()));
+        return 0;
+    }
+    if (errno == EEXIST || QFileInfo::exists(to))
+        return EEXIST;
+    return ::rename(source.constData(), target.constData()) == 0 ? 0 : errno;
+}
+
+constexpr Qt::CaseSensitivity FolderCase = Qt::CaseSensitive;
+#endif
+
+bool IsSeparator(QChar c) {
+    return c == u'\\' || c == u'/';
+}
+
+// Whether what follows the root in a path leads on from the root: it names neither a root nor a drive.
+bool LeadsOn(QStringView rest) {
+    const auto* const end = std::ranges::find_if(rest, IsSeparator);
+    return end == rest.end() || (end != rest.begin() && !rest.first(end - rest.begin()).endsWith(u':'));
+}
+
+// The folder with all links followed; of one that does not exist what there is of the way to it. Empty when
+// it cannot be told where that would lead.
+QString CanonicalFolder(QString native) {
+    for (;;) {
+        const QFileInfo folder(native.isEmpty() ? QStringLiteral(".") : native);
+        const QString found = folder.canonicalFilePath();
+        if (!found.isEmpty() || folder.fileName() == QStringLiteral("..") || folder.path() == native)
+            return found;
+        native = folder.path();
+    }
+}
+
 } // namespace
 
 void MoveFile(const QString& source, const QString& destination, IfThere ifThere) {
-    Move move(source, destination);
-    if (move.IsOntoItself())
-        return;
-    move.Copy(ifThere);
-    move.DeleteSource();
+    MoveTogether({{source, destination, ifThere}});
+}
+
+QStringList MoveTogether(const std::vector<FileToMove>& files) {
+    std::vector<std::unique_ptr<Move>> moves;
+    std::vector<IfThere> ifThere;
+    for (const FileToMove& file : files) {
+        auto move = std::make_unique<Move>(file.source, file.destination);
+        if (move->IsOntoItself())
+            continue;
+        moves.push_back(std::move(move));
+        ifThere.push_back(file.ifThere);
+    }
+    CopyAll(moves, ifThere);
+    QStringList left;
+    for (const std::unique_ptr<Move>& move : moves) {
+        if (move->DeleteSource())
+            continue;
+        if (move != moves.front()) {
+            left << move->Source();
+            continue;
+        }
+        for (const std::unique_ptr<Move>& copied : moves)
+            copied->TakeBack();
+        throw RuntimeError(ErrorNumber::PermissionDenied,
+                           QStringLiteral("移動元のファイルを削除できません。"))
+            .InFile(move->Source());
+    }
+    return left;
+}
+
+bool RenameUnlessThere(const QString& from, const QString& to) {
+    const int failure = RenameToNew(NativePath(from), NativePath(to));
+    if (failure != 0 && failure != EEXIST)
+        throw RuntimeError(ErrorNumber::PathFileAccess).InFile(to);
+    return failure == 0;
+}
+
+bool IsBelow(const QString& path, const QString& root) {
+    if (!path.startsWith(root) || !LeadsOn(QStringView(path).sliced(root.size())))
+        return false;
+    const auto name = std::find_if(path.rbegin(), path.rend(), IsSeparator);
+    // Only the folder is looked for: a file that does not exist would be looked for among all there.
+    const QString folder = CanonicalFolder(NativePath(path.first(path.rend() - name)));
+    const QString top =
+        QFileInfo(root.isEmpty() ? QStringLiteral(".") : NativePath(root)).canonicalFilePath();
+    if (folder.isEmpty() || top.isEmpty())
+        return false;
+    return folder.compare(top, FolderCase) == 0 ||
+           folder.startsWith(top.endsWith(u'/') ? top : top + u'/', FolderCase);
+}
+
+bool HaveSameBytes(const QString& one, const QString& other) {
+    QFile left(NativePath(one));
+    QFile right(NativePath(other));
+    if (!QFileInfo(left).isFile() || !QFileInfo(right).isFile() || !left.open(QIODevice::ReadOnly) ||
+        !right.open(QIODevice::ReadOnly) || left.size() != right.size())
+        return false;
+    while (!left.atEnd()) {
+        const QByteArray bytes = left.read(ChunkBytes);
+        if (bytes.isEmpty() || bytes != right.read(ChunkBytes))
+            return false;
+    }
+    return true;
 }
 
 void DeleteMoveRemains(const QString& destination) {

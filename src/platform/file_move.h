@@ -1,6 +1,8 @@
 #pragma once
 
-#include <QString>
+#include <QStringList>
+
+#include <vector>
 
 namespace velmo {
 
@@ -14,8 +16,32 @@ enum class IfThere { Refuse, Overwrite };
 // was, and nothing half-written is left.
 void MoveFile(const QString& source, const QString& destination, IfThere ifThere);
 
+// A file that is to be moved (stored paths).
+struct FileToMove {
+    QString source;
+    QString destination;
+    IfThere ifThere = IfThere::Refuse;
+};
+
+// Moves files that belong together, each as MoveFile does: all are complete in their new places before the
+// first of them disappears from its old one. Where a copy fails, or the first file cannot be deleted, none
+// has been moved; throws as MoveFile does. Returns the sources that could not be deleted after the first was.
+QStringList MoveTogether(const std::vector<FileToMove>& files);
+
 // Deletes what a move to this destination that was killed may have left half-written.
 void DeleteMoveRemains(const QString& destination);
+
+// Gives a finished file (stored path "from") a name that no file has. False when there is one; it stays as it
+// is then. Throws 75 when that fails.
+[[nodiscard]] bool RenameUnlessThere(const QString& from, const QString& to);
+
+// True when a file of this stored path, existing or not, is in the folder root (stored path ending in a
+// backslash, or empty for the current folder) or in one below it: as it is spelled, and whatever links its
+// folders are. The root itself may be reached by a link.
+bool IsBelow(const QString& path, const QString& root);
+
+// True when both files (stored paths) hold the same bytes; false when one cannot be read.
+bool HaveSameBytes(const QString& one, const QString& other);
 
 // True when both (native paths) are one file on the disk, by whatever spelling or link.
 bool IsSameFile(const QString& one, const QString& other);

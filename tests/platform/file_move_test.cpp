@@ -125,6 +125,98 @@ TEST_F(FileMoveTest, OfALinkTheContentMovesAndWhatItLedToStays) {
     EXPECT_EQ(Names("old"), QStringList());
 }
 
+TEST_F(FileMoveTest, WhatIsBelowAFolderIsSoByEveryLink) {
+    const QString root = folder.Path("home\\");
+    folder.Write("home\\SMB\\x", "");
+    folder.Write("outside\\x", "");
+    const auto link = [this](const char* to, const QString& name) {
+        ASSERT_EQ(::symlink(to, Native(folder.Path()).append(name.toUtf8()).constData()), 0);
+    };
+    link("../outside", "home/OUT");
+    link("SMB", "home/IN");
+    link("home", "way");
+    link("nowhere", "home/DANGLING");
+    for (const char* below : {"x", "SMB\\x", "smb\\none", "SMB\\..\\x", "none\\none\\x", "IN\\x", "IN/x",
+                              "..x", "a:b", "DANGLING\\x"})
+        EXPECT_TRUE(IsBelow(root + below, root)) << below;
+    for (const char* other : {"..\\x", "../x", "SMB\\..\\..\\x", "none\\..\\..\\x", "none\\..\\x", "OUT\\x",
+                              "OUT\\none\\x", "\\x", "/x", "\\\\server\\x", "C:\\x", "c:/x"})
+        EXPECT_FALSE(IsBelow(root + other, root)) << other;
+    EXPECT_FALSE(IsBelow(folder.Path("outside\\x"), root));
+    EXPECT_FALSE(IsBelow(folder.Path("home2\\x"), root));
+    EXPECT_FALSE(IsBelow(folder.Path("gone\\x"), folder.Path("gone\\")));
+    const QString way = folder.Path("way\\");
+    EXPECT_TRUE(IsBelow(way + "SMB\\x", way)) << "the root may be a link itself";
+    EXPECT_FALSE(IsBelow(way + "..\\x", way));
+    EXPECT_FALSE(IsBelow(way + "OUT\\x", way));
+}
+
+TEST_F(FileMoveTest, WithoutARootTheCurrentFolderIsMeant) {
+    EXPECT_TRUE(IsBelow("x", {}));
+    EXPECT_TRUE(IsBelow(".\\none\\x", {}));
+    EXPECT_FALSE(IsBelow("..\\x", {}));
+    EXPECT_FALSE(IsBelow(from, {}));
+}
+
+TEST_F(FileMoveTest, FilesMoveTogetherOrNotAtAll) {
+    folder.Write("old\\b.pmn", "table");
+    const FileToMove first{from, to};
+    const FileToMove second{folder.Path("old\\b.pmn"), folder.Path("new\\b.pmn")};
+    const FileToMove gone{folder.Path("old\\gone"), folder.Path("new\\gone")};
+    EXPECT_EQ(Failure([&] { MoveTogether({first, second, gone}); }), ErrorNumber::FileNotFound);
+    EXPECT_EQ(Names("old"), (QStringList{"a.sld", "b.pmn"}));
+    EXPECT_EQ(Names("new"), QStringList{"x"});
+    EXPECT_EQ(MoveTogether({first, second}), QStringList());
+    EXPECT_EQ(Names("old"), QStringList());
+    EXPECT_EQ(Names("new"), (QStringList{"A.SLD", "b.pmn", "x"}));
+    EXPECT_EQ(folder.Read("new\\b.pmn"), "table");
+    MoveTogether({{to, to}});
+    EXPECT_EQ(folder.Read("new\\A.SLD"), "content");
+}
+
+TEST_F(FileMoveTest, ASourceThatStaysAfterTheFirstIsGoneIsNamed) {
+    if (!OtherUser::IsPossible())
+        GTEST_SKIP() << "only the superuser can be another user";
+    const FileToMove second{folder.Write("kept\\b", "table"), folder.Path("new\\b")};
+    for (const char* open : {"old", "new"})
+        ASSERT_EQ(::chmod(Native(folder.Path(open)).constData(), 0777), 0);
+    ASSERT_EQ(::chmod(Native(folder.Path()).constData(), 0755), 0);
+    const OtherUser other(NativePath(folder.Path("kept")));
+    ASSERT_TRUE(other.Changed());
+    EXPECT_EQ(MoveTogether({{from, to}, second}), QStringList{second.source});
+    EXPECT_EQ(Names("old"), QStringList());
+    EXPECT_EQ(Names("new"), (QStringList{"A.SLD", "b", "x"}));
+    EXPECT_EQ(Failure([&] {
+                  MoveTogether({second, {to, from}});
+              }),
+              ErrorNumber::PathFileAccess)
+        << "it is there already";
+    EXPECT_EQ(Names("old"), QStringList());
+}
+
+TEST_F(FileMoveTest, ANameIsGivenOnlyWhereThereIsNone) {
+    EXPECT_FALSE(RenameUnlessThere(from, folder.Path("new\\x")));
+    EXPECT_EQ(folder.Read("new\\x"), "");
+    EXPECT_EQ(folder.Read("old\\a.sld"), "content");
+    EXPECT_TRUE(RenameUnlessThere(from, to));
+    EXPECT_EQ(Names("old"), QStringList());
+    EXPECT_EQ(folder.Read("new\\A.SLD"), "content");
+    EXPECT_EQ(Failure([&] { static_cast<void>(RenameUnlessThere(from, folder.Path("new\\y"))); }),
+              ErrorNumber::PathFileAccess);
+}
+
+TEST_F(FileMoveTest, BytesAreTheSameOrNot) {
+    const QByteArray large(2'500'000, 'x');
+    folder.Write("new\\one", large);
+    folder.Write("new\\other", large);
+    EXPECT_TRUE(HaveSameBytes(folder.Path("new\\one"), folder.Path("NEW\\OTHER")));
+    folder.Write("new\\other", large.chopped(1) + 'y');
+    EXPECT_FALSE(HaveSameBytes(folder.Path("new\\one"), folder.Path("new\\other")));
+    EXPECT_FALSE(HaveSameBytes(from, folder.Path("new\\one")));
+    EXPECT_FALSE(HaveSameBytes(from, folder.Path("gone")));
+    EXPECT_FALSE(HaveSameBytes(folder.Path("new"), folder.Path("new")));
+}
+
 TEST_F(FileMoveTest, AMissingSourceOrFolderIsNamed) {
     const QString gone = folder.Path("old\\gone");
     EXPECT_EQ(Failure([&] { MoveFile(gone, to, IfThere::Refuse); }), ErrorNumber::FileNotFound);
