@@ -1,11 +1,12 @@
 #include "library/file_move_plan.h"
 
+#include "library/file_survey.h"
+#include "library/library_database.h"
 #include "platform/code_page.h"
 #include "platform/files.h"
-#include "platform/record_set.h"
 #include "platform/runtime_error.h"
 
-#include <QFileInfo>
+#include <QHash>
 #include <QSet>
 
 #include <optional>
@@ -14,131 +15,130 @@ namespace velmo {
 
 namespace {
 
-// Names between two reports of progress.
-constexpr qint64 NamesPerReport = 64;
-
-QString WithBackslash(const QString& folder) {
-    return folder.endsWith(u'\\') ? folder : folder + u'\\';
-}
-
-// The folder that is meant by PickedDir, which spells the root in upper case: spelled as LibRoot it is no
-// other folder whose name differs only in case.
-QString TargetFolder(const GlobalState& state) {
-    const QString picked = WithBackslash(state.PickedDir);
-    const QString& root = state.LibRoot;
-    return picked.startsWith(root, Qt::CaseInsensitive) ? root + picked.sliced(root.size()) : picked;
-}
-
-// A file, existing or not, as it was found on the disk.
-struct FoundFile {
-    QString path;
-    QString place;
-    // Without regard to case: the file system of the CAD side has none.
-    QString foldedPlace;
-    bool exists;
-};
-
-// A file that may move.
-struct Candidate {
-    QString field;
-    FoundFile source;
-    FoundFile destination;
-    bool isInPlace;
-};
-
-// Looks at files before the first question, so that nothing is read between two.
-class Survey {
+// The entries of a library by their definition files, to find those that share a base name.
+class Definitions {
 public:
-    explicit Survey(const GlobalState& state) : root_(state.LibRoot), target_(TargetFolder(state)) {}
+    explicit Definitions(const GlobalState& state) : root_(state.LibRoot) {
+        Database database(state.LibraryDb, Database::Access::Read);
+        for (RecordSet rows = AllEntries(database); !rows.Eof(); rows.MoveNext()) {
+            const Entry entry = ReadEntry(rows);
+            const QString base = BaseName(entry.file).toCaseFolded();
+            if (!base.isEmpty())
+                byBaseName_[base].push_back(entry);
+        }
+    }
 
-    Candidate Look(const QString& field, const QString& name) {
-        const QString source = root_ + name;
-        const QString destination = target_ + PathToFnam(name);
-        const QString from = paths_.Find(source);
-        const QString to = paths_.Find(destination);
-        Candidate found{field, At(source, from), At(destination, to), false};
-        found.isInPlace = IsSameFile(from, to) || found.source.foldedPlace == found.destination.foldedPlace;
-        return found;
+    // The name of an entry with a definition file of this base name that is none of those that move; empty
+    // when there is none.
+    QString AnotherOf(const QString& base, const QSet<QString>& moving) const {
+        for (const Entry& entry : byBaseName_.value(base.toCaseFolded())) {
+            if (!moving.contains(entry.file.toCaseFolded()) && FileExists(root_ + entry.file))
+                return entry.name;
+        }
+        return {};
     }
 
 private:
-    static FoundFile At(const QString& path, const QString& native) {
-        const QString place = PlaceOf(native);
-        return {path, place, place.toCaseFolded(), QFileInfo(native).isFile()};
-    }
-
     const QString& root_;
-    QString target_;
-    NativePaths paths_;
+    QHash<QString, QList<Entry>> byBaseName_;
 };
-
-// Nothing when progress is told to stop. The last report closes what the user sees of it: questions follow.
-std::optional<std::vector<Candidate>> LookAtAll(const GlobalState& state,
-                                                const std::vector<ContentRow>& selected,
-                                                const FileMoveCallbacks& callbacks) {
-    Survey survey(state);
-    std::vector<Candidate> candidates;
-    const qint64 total = 2 * qint64(selected.size());
-    const bool isReported = callbacks.progress && total > NamesPerReport;
-    for (qint64 done = 0; done < total; ++done) {
-        if (isReported && done % NamesPerReport == 0 && !callbacks.progress(done, total))
-            return std::nullopt;
-        const ContentRow& row = selected[size_t(done / 2)];
-        const bool isPdf = done % 2 == 0;
-        const QString& name = isPdf ? row.pdf : row.slide;
-        if (!name.isEmpty())
-            candidates.push_back(survey.Look(isPdf ? PdfField : SlideField, name));
-    }
-    if (isReported && !callbacks.progress(total, total))
-        return std::nullopt;
-    return candidates;
-}
 
 class Planner {
 public:
-    Planner(const GlobalState& state, const FileMoveCallbacks& callbacks)
-        : state_(state), callbacks_(callbacks) {}
+    Planner(const GlobalState& state, const FileMoveCallbacks& callbacks,
+            const std::vector<Candidate>& candidates)
+        : state_(state), callbacks_(callbacks), candidates_(candidates) {
+        for (const Candidate& candidate : candidates_)
+            moving_.insert(candidate.name.toCaseFolded());
+    }
 
+    std::vector<PlannedMove> Plan() {
+        for (size_t at = 0; at < candidates_.size();) {
+            const size_t definition = at++;
+            const size_t planned = plan_.size();
+            Add(candidates_[definition]);
+            const bool isPlanned = plan_.size() > planned;
+            size_t end = at;
+            while (end < candidates_.size() && candidates_[end].goesAlong)
+                ++end;
+            if (isPlanned && MayGoAlong(candidates_[definition], at, end)) {
+                for (size_t belonging = at; belonging < end; ++belonging)
+                    Add(candidates_[belonging]);
+            }
+            at = end;
+        }
+        return std::move(plan_);
+    }
+
+private:
     void Add(const Candidate& candidate) {
-        const auto& [field, source, destination, isInPlace] = candidate;
+        const auto& [entry, field, name, source, destination, isInPlace, isOutside, goesAlong] = candidate;
+        if (isOutside) {
+            callbacks_.inform(
+                QStringLiteral(
+                    "「%1」のファイル %2 は、ライブラリのフォルダの外を指しているため移動できません。")
+                    .arg(entry, name));
+            return;
+        }
         if (!WillExist(source)) {
-            callbacks_.inform(source.path + QStringLiteral("が見つかりません"));
+            if (!goesAlong)
+                callbacks_.inform(source.path + QStringLiteral("が見つかりません"));
             return;
         }
         if (isInPlace)
             return;
-        PlannedMove move{source.path, destination.path, IfThere::Refuse,
-                         ChangeOf(field, source.path, destination.path)};
+        PlannedMove move{{source.path, destination.path, IfThere::Refuse},
+                         ChangeOf(field, source.path, destination.path),
+                         goesAlong};
         RequireUsable(move);
         if (WillExist(destination)) {
             const QString shown = WithBackslash(state_.PickedDir) + PathToFnam(destination.path);
             if (!callbacks_.ask(shown + QStringLiteral("はすでに存在します\r上書きしてよろしいですか")))
                 return;
-            move.ifThere = IfThere::Overwrite;
+            move.file.ifThere = IfThere::Overwrite;
         }
         taken_.insert(source.place);
         made_.insert(destination.foldedPlace);
         plan_.push_back(std::move(move));
     }
 
-    std::vector<PlannedMove> Take() { return std::move(plan_); }
+    // False when another symbol needs what belongs to this one, and the user lets it stay there.
+    bool MayGoAlong(const Candidate& definition, size_t begin, size_t end) {
+        QString files;
+        for (size_t at = begin; at < end; ++at) {
+            if (WillExist(candidates_[at].source))
+                files += candidates_[at].source.path + u'\n';
+        }
+        if (files.isEmpty())
+            return true;
+        if (!definitions_)
+            definitions_.emplace(state_);
+        const QString other = definitions_->AnotherOf(BaseName(definition.name), moving_);
+        return other.isEmpty() ||
+               callbacks_.ask(
+                   QStringLiteral(
+                       "%1\nこのファイルは「%2」も使用しています。一緒に移動すると「%2」から使用でき"
+                       "なくなります。移動してよろしいですか")
+                       .arg(files, other));
+    }
 
-private:
     // As if what is planned had been done.
     bool WillExist(const FoundFile& file) const {
         return (file.exists && !taken_.contains(file.place)) || made_.contains(file.foldedPlace);
     }
 
-    // Both names lose as many characters as the root has; nobody asks whether the destination lies below it.
+    // Both names lose as many characters as the root has, below which both are.
     NameChange ChangeOf(const QString& field, const QString& source, const QString& destination) const {
         const qsizetype root = state_.LibRoot.size();
         return {field, source.mid(root), destination.mid(root)};
     }
 
-    void RequireUsable(const PlannedMove& move) const {
+    static void RequireUsable(const PlannedMove& move) {
         const QString& name = move.change.newName;
         if (name.size() > LongestText)
-            throw RuntimeError(ErrorNumber::TextTooLong).InFile(move.destination).InField(move.change.field);
+            throw RuntimeError(ErrorNumber::TextTooLong)
+                .InFile(move.file.destination)
+                .InField(move.change.field);
         if (move.change.field != PdfField || FirstForeignCharacter(move.change.oldName))
             return;
         if (const std::optional<QString> foreign = FirstForeignCharacter(name))
@@ -146,12 +146,16 @@ private:
                 ErrorNumber::InvalidArgument,
                 QStringLiteral("文字「%1」は CAD に渡せません (コードページ 932 にない文字です)。")
                     .arg(*foreign))
-                .InFile(move.destination);
+                .InFile(move.file.destination);
     }
 
     const GlobalState& state_;
     const FileMoveCallbacks& callbacks_;
+    const std::vector<Candidate>& candidates_;
     std::vector<PlannedMove> plan_;
+    // The names, without regard to case, of all that may move.
+    QSet<QString> moving_;
+    std::optional<Definitions> definitions_;
     // What earlier moves take away and bring, by place.
     QSet<QString> taken_;
     QSet<QString> made_;
@@ -161,13 +165,8 @@ private:
 
 std::vector<PlannedMove> PlanFileMoves(const GlobalState& state, const std::vector<ContentRow>& selected,
                                        const FileMoveCallbacks& callbacks) {
-    const std::optional<std::vector<Candidate>> candidates = LookAtAll(state, selected, callbacks);
-    if (!candidates)
-        return {};
-    Planner planner(state, callbacks);
-    for (const Candidate& candidate : *candidates)
-        planner.Add(candidate);
-    return planner.Take();
+    const std::optional<std::vector<Candidate>> candidates = SurveyFiles(state, selected, callbacks);
+    return candidates ? Planner(state, callbacks, *candidates).Plan() : std::vector<PlannedMove>();
 }
 
 QString PathToFnam(const QString& path) {

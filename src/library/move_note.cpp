@@ -43,8 +43,10 @@ bool MoveNote::Exists() const {
 }
 
 QByteArray MoveNote::Bytes() const {
+    // A link would make another file the note.
+    const QFileInfo note(path_);
     QFile file(path_);
-    if (!QFileInfo(path_).isFile() || !file.open(QIODevice::ReadOnly))
+    if (!note.isFile() || note.isSymLink() || !file.open(QIODevice::ReadOnly))
         ThrowCannotOpen(path_);
     return file.readAll();
 }

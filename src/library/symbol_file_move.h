@@ -17,15 +17,19 @@ struct FileMoveCallbacks {
     std::function<bool(qint64 done, qint64 total)> progress;
 };
 
-// Moves the files of the selected entries to the folder PickedDir and stores their new names in the entries
-// of CurFolderID. All questions come first. An error ends the move with what was moved until then; before the
+// Moves the files of the selected entries to the folder PickedDir and stores their new names wherever the
+// library names them. With a definition file goes what belongs to its symbol: the files of the same base name
+// with the endings PMN, SLD, LBL and PDF; they move all or, after an error, none. What leads out of LibRoot
+// is refused. All questions come first. An error ends the move with what was moved until then; before the
 // first file it is 3027 or 3260 when the library cannot be written, 75 when the note of a move that was
-// killed cannot be read, 3163 or 5 when a new name cannot be stored or told to the CAD side.
+// killed cannot be read or PickedDir is outside LibRoot, 3163 or 5 when a new name cannot be stored or told
+// to the CAD side.
 void MoveSymbolFiles(const GlobalState& state, const std::vector<ContentRow>& selected,
                      const FileMoveCallbacks& callbacks);
 
-// Stores the names of files that a move which was killed had moved without storing them. Never fails: what
-// cannot be done now is left for the next time.
+// Stores the names of files that a move which was killed had moved without storing them, and deletes what is
+// left in its old place of files that had been moved together. Never fails: what cannot be done now is left
+// for the next time.
 void FinishInterruptedMove(const QString& library, const QString& libRoot);
 
 // The part of a path behind its last backslash.

@@ -64,15 +64,17 @@ TEST_F(MoveFilesTest, SaysWhichFileIsMissingAndMovesTheOthers) {
                                            R"(6|5|弁|NEW\VALVE.PDF|NEW\VALVE.SLD)"));
 }
 
-TEST_F(MoveFilesTest, EveryEntryOfTheCategoryThatNamesTheFileFollowsIt) {
-    Execute("INSERT INTO PDFFileTable (FolderID, PDFName, PDFFileName, SLDFileName) VALUES "
+TEST_F(MoveFilesTest, EveryEntryAndCategoryThatNamesAMovedFileFollowsIt) {
+    Execute("UPDATE FolderTable SET SLDFileName = 'OLD\\VALVE.SLD' WHERE ID = 5;"
+            "INSERT INTO PDFFileTable (FolderID, PDFName, PDFFileName, SLDFileName) VALUES "
             "(5, '弁2', 'OLD\\VALVE.PDF', ''), (4, '他', 'OLD\\VALVE.PDF', '')");
     OpenTool(parts_);
     Select("弁");
     MoveFilesTo(newFolder_);
     AwaitToolClosed();
     EXPECT_THAT(PartEntries(), ElementsAre(firstParts_[0], R"(6|5|弁|NEW\VALVE.PDF|NEW\VALVE.SLD)",
-                                           R"(7|5|弁2|NEW\VALVE.PDF|)", R"(8|4|他|OLD\VALVE.PDF|)"));
+                                           R"(7|5|弁2|NEW\VALVE.PDF|)", R"(8|4|他|NEW\VALVE.PDF|)"));
+    EXPECT_EQ(Categories().last(), QString(R"(5|1|部品|NEW\VALVE.SLD)"));
 }
 
 TEST_F(MoveFilesTest, FilesThatAreMovedOntoThemselvesStay) {
@@ -122,11 +124,57 @@ TEST_F(MoveFilesTest, AMovedSymbolCanBeOpened) {
     MoveFilesTo(newFolder_);
     AwaitToolClosed();
     EXPECT_EQ(Entries()[3], QString(R"(4|4|平座金|NEW\WASHER.TXT|NEW\WASHER.SLD)"));
+    // Its table went along.
+    EXPECT_TRUE(session_.ExistsInHome("NEW\\WASHER.PMN"));
+    EXPECT_FALSE(session_.ExistsInHome("SMB\\WASH\\WASHER.PMN"));
     OpenEntry(large_, "平座金");
     EXPECT_THAT(Run().Column("Vedt_NowFGrid", 0), ElementsAre("V1(d)", "V2(L)"));
+    EXPECT_EQ(TableRows().size(), 4);
+}
+
+TEST_F(MoveFilesTest, ATableThatIsThereAlreadyIsAskedAbout) {
+    session_.WriteHome("NEW\\WASHER.PMN", "old table");
+    ChooseOnCategory(large_, "VlmMnuPopTool");
+    Run().WaitForWindow("Vlm_Tool");
+    Run().Click("AllBtn");
+    MoveFilesTo(newFolder_);
+    ExpectQuestion(Spelled("NEW\\", "WASHER.PMN") + "はすでに存在します\r上書きしてよろしいですか", "VELMO2");
+    Run().AnswerNo();
+    AwaitToolClosed();
+    EXPECT_EQ(HomeFile("NEW\\WASHER.PMN"), QString("old table"));
+    EXPECT_TRUE(session_.ExistsInHome("SMB\\WASH\\WASHER.PMN"));
+    EXPECT_TRUE(session_.ExistsInHome("NEW\\WASHER.TXT"));
+}
+
+TEST_F(MoveFilesTest, AFileOutsideTheHomeIsRefusedAndTheOthersMove) {
+    session_.WriteHome("..\\SECRET.PDF", "not ours");
+    Execute("UPDATE PDFFileTable SET PDFFileName = '..\\SECRET.PDF' WHERE ID = 5");
+    OpenTool(parts_);
+    Run().Click("AllBtn");
+    MoveFilesTo(newFolder_);
+    ExpectRefusal(
+        "「ポンプ」のファイル ..\\SECRET.PDF は、ライブラリのフォルダの外を指しているため移動できません。");
+    AwaitToolClosed();
+    EXPECT_EQ(HomeFile("..\\SECRET.PDF"), QString("not ours"));
+    EXPECT_FALSE(session_.ExistsInHome("NEW\\SECRET.PDF"));
+    EXPECT_THAT(PartEntries(), ElementsAre(R"(5|5|ポンプ|..\SECRET.PDF|NEW\PUMP.SLD)",
+                                           R"(6|5|弁|NEW\VALVE.PDF|NEW\VALVE.SLD)"));
 }
 
 #ifdef Q_OS_LINUX
+TEST_F(MoveFilesTest, AFolderThatLeadsOutOfTheHomeIsNoTarget) {
+    session_.WriteHome("..\\ELSEWHERE\\PUMP.PDF", "not ours");
+    ASSERT_TRUE(QFile::link("../ELSEWHERE", session_.Home() + "/OUT"));
+    OpenTool(parts_);
+    Run().Click("AllBtn");
+    MoveFilesTo({"トルヴィク", "OUT"});
+    ExpectError({"75", Spelled("OUT\\", {}), "移動先のフォルダは、ライブラリのフォルダの外にあります。"});
+    EXPECT_THAT(SelectedRows(), ElementsAre("ポンプ", "弁"));
+    EXPECT_EQ(PartEntries(), firstParts_);
+    EXPECT_EQ(HomeFile("..\\ELSEWHERE\\PUMP.PDF"), QString("not ours"));
+    EXPECT_FALSE(session_.ExistsInHome("..\\ELSEWHERE\\VALVE.PDF"));
+}
+
 // Folders in which the user may not write.
 class MoveWithoutPermissionTest : public MoveFilesTest {
 protected:

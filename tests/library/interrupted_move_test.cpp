@@ -21,7 +21,7 @@ protected:
         // Longer than what is copied at once.
         contents["M12.PDF"] = QByteArray(2'500'000, 'p');
         contents["it's.SLD"] = "odd";
-        for (const char* name : {"M10.PDF", "M10.SLD", "M12.SLD"})
+        for (const char* name : {"M10.PDF", "M10.PMN", "M10.lbl", "M10.SLD", "M12.SLD"})
             contents[name] = QByteArray("content of ") + name;
         library = folder.Read("home\\VelmoUsr.mdb");
     }
@@ -76,6 +76,12 @@ protected:
                 EXPECT_EQ(files.value(file), contents.value(PathToFnam(file)));
             }
         }
+        // What belongs to a symbol is beside its definition file, and nowhere else after a move.
+        const bool moved = rows[0].pdf == "N\\M10.PDF";
+        for (const QString& name : {QStringLiteral("M10.PMN"), QStringLiteral("M10.lbl")}) {
+            EXPECT_EQ(files.value((moved ? "N\\" : "A\\") + name), contents[name]);
+            EXPECT_FALSE(moved && files.contains("A\\" + name)) << name.toStdString();
+        }
     }
     void ExpectFinished() const {
         FinishInterruptedMove(state.LibraryDb, state.LibRoot);
@@ -85,8 +91,8 @@ protected:
             EXPECT_FALSE(name.endsWith(".moving")) << name.toStdString();
     }
     void ExpectMoved() const {
-        EXPECT_EQ(FileNames(),
-                  (QStringList{"N\\M10.PDF", "N\\M10.SLD", "N\\M12.PDF", "N\\M12.SLD", "N\\it's.SLD"}));
+        EXPECT_EQ(FileNames(), (QStringList{"N\\M10.PDF", "N\\M10.PMN", "N\\M10.SLD", "N\\M10.lbl",
+                                            "N\\M12.PDF", "N\\M12.SLD", "N\\it's.SLD"}));
         ExpectEntriesWhole();
         EXPECT_EQ(Leftovers(), QStringList());
     }
@@ -178,8 +184,17 @@ TEST_F(InterruptedMoveTest, EachFileIsOnTheDiskBeforeItsSourceIsDeleted) {
     EXPECT_LT(note, copy);
     EXPECT_EQ(calls.count("futimens"), contents.size());
     EXPECT_EQ(calls.count("rename"), contents.size() + 1);
+    QByteArray order;
+    for (const QByteArray& call : calls.mid(copy))
+        order += call == "futimens" ? "c" : call == "unlink" ? "d" : "";
+    EXPECT_TRUE(order.startsWith("cccddd"
+                                 "cd"
+                                 "cd"
+                                 "cd"
+                                 "cd"))
+        << "the first symbol has three: " << order.toStdString();
     for (; copy >= 0; copy = calls.indexOf("futimens", copy + 1))
-        expectAt(copy + 1, {"fsync", "rename", "open", "fsync", "close", "close", "close", "unlink"});
+        expectAt(copy + 1, {"fsync", "rename", "open", "fsync", "close", "close", "close"});
     // The note goes last, after the commit and the disappearance of the engine's journal are on the disk.
     EXPECT_LT(calls.lastIndexOf("fdatasync"), calls.lastIndexOf("unlink"));
     EXPECT_GT(calls.lastIndexOf("fdatasync"), calls.lastIndexOf("unlink", calls.lastIndexOf("unlink") - 1));

@@ -4,6 +4,7 @@
 namespace velmo {
 namespace {
 
+// Three hundred entries with a file each, two of which have a namesake in the target.
 class ManyFilesTest : public SymbolFileMoveTest {
 protected:
     ManyFilesTest() {
