@@ -1,5 +1,6 @@
 #include "library/category_clipboard.h"
 
+#include "library/category_way.h"
 #include "library/library_database.h"
 
 namespace velmo {
@@ -63,6 +64,23 @@ void CategoryClipboard::Copy(const GlobalState& state) {
 void CategoryClipboard::Cut(const GlobalState& state) {
     ClipFolderID_ = state.CurFolderID;
     ClipKind_ = CutOut;
+}
+
+QString CategoryClipboard::QuestionBeforePaste(const GlobalState& state) const {
+    if (ClipKind_ != CutOut)
+        return {};
+    Database library(state.LibraryDb, Database::Access::Read);
+    const RecordSet cut = CategoryWithId(library, ClipFolderID_);
+    if (cut.Eof())
+        return {};
+    const QString name = cut.Text(u"foldername");
+    const std::optional<QSet<std::int16_t>> way = WayToRoot(library, state.CurFolderID);
+    if (!way)
+        return QStringLiteral(
+                   "貼り付け先の分類はツリーにありません。\n\n移動すると、「%1」とその下の分類とシンボルは"
+                   "ツリーに表示されなくなります。移動してよろしいですか")
+            .arg(name);
+    return way->contains(ClipFolderID_) ? QuestionBeforeLoss(name) : QString();
 }
 
 void CategoryClipboard::Paste(const GlobalState& state) {

@@ -10,6 +10,9 @@ public:
     void Copy(const GlobalState& state);
     void Cut(const GlobalState& state);
 
+    // The question that is to be asked before Paste where the tree could not lead to what was cut any more;
+    // empty where there is nothing to ask.
+    QString QuestionBeforePaste(const GlobalState& state) const;
     // Puts the remembered category under CurFolderID. What was cut moves with everything below it; otherwise
     // a row of the same name and slide is added, and the entries of the remembered category are doubled
     // where they are. Throws what the library throws; nothing is changed and the category is still

@@ -1,5 +1,6 @@
 #include "library/folder_content.h"
 
+#include "library/category_way.h"
 #include "library/library_database.h"
 
 #include <QSet>
@@ -21,6 +22,13 @@ void MoveRows(RecordSet rows, const QSet<std::int16_t>& chosen, QStringView fiel
     }
 }
 
+QSet<std::int16_t> NumbersOf(const std::vector<ContentRow>& rows) {
+    QSet<std::int16_t> numbers;
+    for (const ContentRow& row : rows)
+        numbers.insert(row.id);
+    return numbers;
+}
+
 } // namespace
 
 std::vector<ContentRow> FolderContent(const GlobalState& state) {
@@ -35,11 +43,24 @@ std::vector<ContentRow> FolderContent(const GlobalState& state) {
     return content;
 }
 
+QString QuestionBeforeMove(const GlobalState& state, const std::vector<ContentRow>& rows,
+                           const std::vector<ContentRow>& selected, std::int16_t target) {
+    const QSet<std::int16_t> chosen = NumbersOf(selected);
+    Database library(state.LibraryDb, Database::Access::Read);
+    const std::optional<QSet<std::int16_t>> way = WayToRoot(library, target);
+    if (!way)
+        return QStringLiteral("移動先の分類が選択されていないか、ツリーにありません。\n\n"
+                              "移動すると、選択した分類とシンボルはツリーに表示されなくなります。"
+                              "移動してよろしいですか");
+    const auto lost = std::find_if(rows.begin(), rows.end(), [&](const ContentRow& row) {
+        return row.isFolder && chosen.contains(row.id) && way->contains(row.id);
+    });
+    return lost == rows.end() ? QString() : QuestionBeforeLoss(lost->name);
+}
+
 void MoveToCategory(const GlobalState& state, const std::vector<ContentRow>& rows,
                     const std::vector<ContentRow>& selected, std::int16_t target) {
-    QSet<std::int16_t> chosen;
-    for (const ContentRow& row : selected)
-        chosen.insert(row.id);
+    const QSet<std::int16_t> chosen = NumbersOf(selected);
     const auto isFolder = [](const ContentRow& row) { return row.isFolder; };
     Database library(state.LibraryDb, Database::Access::Write);
     Transaction transaction(library);

@@ -239,6 +239,9 @@ void LibraryCommands::Cut() {
 }
 
 void LibraryCommands::Paste() {
+    const QString question = clipboard_.QuestionBeforePaste(state_);
+    if (!question.isEmpty() && !messages_.Ask(&browser_.window, question))
+        return;
     clipboard_.Paste(state_);
     RebuildTree();
 }

@@ -182,7 +182,11 @@ void Vlm_Tool::MoveFolders() {
     }
     if (!PickFolder(false))
         return;
-    MoveToCategory(state_, content_->Rows(), selected, ToInteger(state_.PickedDir));
+    const std::int16_t target = ToInteger(state_.PickedDir);
+    const QString question = QuestionBeforeMove(state_, content_->Rows(), selected, target);
+    if (!question.isEmpty() && !messages_.Ask(this, question))
+        return;
+    MoveToCategory(state_, content_->Rows(), selected, target);
     accept();
 }
 

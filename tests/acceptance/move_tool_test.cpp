@@ -176,10 +176,43 @@ TEST_F(MoveToolTest, TheEntryChosenBeforeIsSelectedAgain) {
     EXPECT_THAT(Run().Column("Vedt_NowFGrid", 0), ElementsAre("V1(d)", "V7(個数)"));
 }
 
+TEST_F(MoveToolTest, ATargetThatWasNotChosenIsAskedAbout) {
+    OpenTool(parts_);
+    Select("ポンプ");
+    const QString question =
+        "移動先の分類が選択されていないか、ツリーにありません。\n\n"
+        "移動すると、選択した分類とシンボルはツリーに表示されなくなります。移動してよろしいですか";
+    const auto choose = [&] {
+        Run().Click("FolDerMovBtn");
+        Run().WaitForWindow("Vlm_SelDir");
+        Run().Click("OkBtn");
+        ExpectQuestion(question, "VELMO2");
+    };
+    choose();
+    Run().Press("Return");
+    EXPECT_TRUE(Run().IsWindowShown("Vlm_Tool"));
+    EXPECT_THAT(SelectedRows(), ElementsAre("ポンプ"));
+    EXPECT_EQ(PartEntries(), firstParts_);
+    choose();
+    Run().AnswerYes();
+    AwaitToolClosed();
+    EXPECT_THAT(PartEntries(), ElementsAre(R"(5|0|ポンプ|OLD\PUMP.PDF|OLD\PUMP.SLD)", firstParts_[1]));
+}
+
 TEST_F(MoveToolTest, ACategoryMovedIntoItselfIsLostAndTheBrowserStaysUsable) {
     OpenTool(root_);
     Select("部品");
     MoveTheirCategoryTo(parts_);
+    const QString question =
+        "移動先は、移動する分類「部品」の中にあります。\n\n移動すると、「部品」とその下の分類とシンボルは"
+        "ツリーに表示されなくなります。移動してよろしいですか";
+    ExpectQuestion(question, "VELMO2");
+    Run().AnswerNo();
+    EXPECT_THAT(SelectedRows(), ElementsAre("部品"));
+    EXPECT_EQ(Categories()[4], QString("5|1|部品|"));
+    MoveTheirCategoryTo(parts_);
+    ExpectQuestion(question, "VELMO2");
+    Run().AnswerYes();
     AwaitToolClosed();
     EXPECT_EQ(Categories()[4], QString("5|5|部品|"));
     EXPECT_THAT(Run().Tree("VlmTreeView"), ElementsAre("トルヴィク", "  ボルト", "  座金+", "    大形"));

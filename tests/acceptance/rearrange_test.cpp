@@ -11,6 +11,16 @@ protected:
     void Cut(const QStringList& path) { ChooseOnCategory(path, "VlmMnuPopCut"); }
     void Copy(const QStringList& path) { ChooseOnCategory(path, "VlmMnuPopCopy"); }
     void Paste(const QStringList& path) { ChooseOnCategory(path, "VlmMnuPopPaste"); }
+    // A paste by which the tree would lose the category; the question stays open.
+    void PasteLosing(const QStringList& path, const QString& lost) {
+        Paste(path);
+        ExpectQuestion(
+            QStringLiteral(
+                "移動先は、移動する分類「%1」の中にあります。\n\n移動すると、「%1」とその下の分類と"
+                "シンボルはツリーに表示されなくなります。移動してよろしいですか")
+                .arg(lost),
+            "VELMO2");
+    }
 };
 
 TEST_F(RearrangeTest, ACutCategoryMovesWithAllBelowIt) {
@@ -132,7 +142,8 @@ TEST_F(RearrangeTest, ACategoryCopiedIntoItself) {
 TEST_F(RearrangeTest, ACategoryCutIntoItselfIsLostAndTheBrowserStaysUsable) {
     StartWith("VLM_MAIN");
     Cut(bolts_);
-    Paste(bolts_);
+    PasteLosing(bolts_, "ボルト");
+    Run().AnswerYes();
     ExpectError({"35601"});
     EXPECT_EQ(Categories()[1], QString(R"(2|2|ボルト|SMB\BOLT\BOLT.SLD)"));
     EXPECT_THAT(Run().Tree("VlmTreeView"), ElementsAre("トルヴィク", "  座金+", "    大形"));
@@ -146,10 +157,24 @@ TEST_F(RearrangeTest, ACategoryCutIntoItselfIsLostAndTheBrowserStaysUsable) {
     OpenEntry(large_, "平座金");
 }
 
+TEST_F(RearrangeTest, ALossThatIsNotWantedChangesNothing) {
+    StartWith("VLM_MAIN");
+    Cut(washers_);
+    PasteLosing(large_, "座金");
+    // No is the usual answer.
+    Run().Press("Return");
+    EXPECT_EQ(Categories(), firstCategories_);
+    EXPECT_EQ(SelectedCategory(), QString("トルヴィク > 座金 > 大形"));
+    EXPECT_THAT(ListedEntries(), ElementsAre("平座金"));
+    Paste(bolts_);
+    EXPECT_EQ(Categories()[2], QString(R"(3|2|座金|SMB\WASH\WASH.SLD)")) << "it was still remembered";
+}
+
 TEST_F(RearrangeTest, AfterALossNoCommandWorksOnWhatIsGone) {
     StartWith("VLM_MAIN");
     Cut(bolts_);
-    Paste(bolts_);
+    PasteLosing(bolts_, "ボルト");
+    Run().AnswerYes();
     ExpectError({"35601"});
     EXPECT_EQ(SelectedCategory(), QString());
     EXPECT_THAT(ListedEntries(), ElementsAre());
@@ -174,7 +199,8 @@ TEST_F(RearrangeTest, AfterALossNoCommandWorksOnWhatIsGone) {
 TEST_F(RearrangeTest, ACategoryCutIntoItsOwnDescendantIsLost) {
     StartWith("VLM_MAIN");
     Cut(washers_);
-    Paste(large_);
+    PasteLosing(large_, "座金");
+    Run().AnswerYes();
     ExpectError({"35601"});
     EXPECT_EQ(Categories()[2], QString(R"(3|4|座金|SMB\WASH\WASH.SLD)"));
     EXPECT_THAT(Run().Tree("VlmTreeView"), ElementsAre("トルヴィク", "  ボルト"));
@@ -185,7 +211,8 @@ TEST_F(RearrangeTest, ACategoryCutIntoItsOwnDescendantIsLost) {
 TEST_F(RearrangeTest, ACutRootLeavesNoTree) {
     StartWith("VLM_MAIN");
     Cut(root_);
-    Paste(bolts_);
+    PasteLosing(bolts_, "トルヴィク");
+    Run().AnswerYes();
     ExpectError({"3021"});
     EXPECT_THAT(Run().Tree("VlmTreeView"), ElementsAre());
     Run().ClickAction("Tbar_Cancel");

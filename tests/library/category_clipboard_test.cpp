@@ -65,6 +65,30 @@ TEST_F(CategoryClipboardTest, ACopyOfAFolderWithoutEntriesAddsOneRow) {
     EXPECT_EQ(Entries(), firstEntries);
 }
 
+TEST_F(CategoryClipboardTest, ACutThatTheTreeWouldLoseIsAskedAbout) {
+    const auto question = [this](std::int16_t target) {
+        state.CurFolderID = target;
+        return clipboard.QuestionBeforePaste(state);
+    };
+    Execute("INSERT INTO FolderTable (ParentID, FolderName) VALUES (2, 'below')");
+    EXPECT_EQ(question(2), "") << "nothing is remembered";
+    CopyFolder(2);
+    for (const std::int16_t target : std::initializer_list<std::int16_t>{2, 4, 99})
+        EXPECT_EQ(question(target), "") << "a copy loses nothing";
+    CutFolder(2);
+    EXPECT_EQ(question(1), "");
+    EXPECT_EQ(question(3), "");
+    const QString loss =
+        "移動先は、移動する分類「bolts」の中にあります。\n\n移動すると、「bolts」とその下の分類と"
+        "シンボルはツリーに表示されなくなります。移動してよろしいですか";
+    EXPECT_EQ(question(2), loss);
+    EXPECT_EQ(question(4), loss);
+    EXPECT_TRUE(question(99).startsWith("貼り付け先の分類はツリーにありません。"));
+    Execute("DELETE FROM FolderTable WHERE ID=2");
+    EXPECT_EQ(question(4), "") << "what was cut is gone";
+    EXPECT_TRUE(clipboard.HasFolder());
+}
+
 TEST_F(CategoryClipboardTest, ASecondPasteCopiesOnceMore) {
     CopyFolder(2);
     PasteOn(3);

@@ -112,6 +112,35 @@ TEST_F(FolderContentTest, NoTargetIsRefused) {
     EXPECT_EQ(Folders()[4], "5|4000|long|") << "where nothing is";
 }
 
+TEST_F(FolderContentTest, WhatTheTreeWouldLoseIsAskedAbout) {
+    FillBolts();
+    Execute("INSERT INTO FolderTable (ParentID, FolderName) VALUES (4, 'deep'), (99, 'astray')");
+    const std::vector<ContentRow> rows = FolderContent(state);
+    const auto question = [&](const std::vector<size_t>& selected, std::int16_t target) {
+        std::vector<ContentRow> chosen;
+        for (const size_t row : selected)
+            chosen.push_back(rows.at(row));
+        return QuestionBeforeMove(state, rows, chosen, target);
+    };
+    const QString loss =
+        "移動先は、移動する分類「%1」の中にあります。\n\n移動すると、「%1」とその下の分類とシンボルは"
+        "ツリーに表示されなくなります。移動してよろしいですか";
+    const QString nowhere = "移動先の分類が選択されていないか、ツリーにありません。\n\n"
+                            "移動すると、選択した分類とシンボルはツリーに表示されなくなります。"
+                            "移動してよろしいですか";
+    for (const std::int16_t reached : std::initializer_list<std::int16_t>{1, 2, 3})
+        EXPECT_EQ(question({0, 1, 2, 3, 4, 5}, reached), "") << reached;
+    EXPECT_EQ(question({1}, 4), "") << "below another one";
+    EXPECT_EQ(question({0}, 4), loss.arg("short")) << "into itself";
+    EXPECT_EQ(question({1, 0}, 6), loss.arg("short")) << "below itself";
+    EXPECT_EQ(question({2 + 3}, 5), loss.arg("long")) << "the entry 5 takes the subcategory 5 with it";
+    EXPECT_EQ(question({2}, 4), "");
+    for (const std::int16_t lost : std::initializer_list<std::int16_t>{0, 7, 4000})
+        EXPECT_EQ(question({2}, lost), nowhere) << lost;
+    Execute("UPDATE FolderTable SET ParentID=6 WHERE ID=4");
+    EXPECT_EQ(question({2}, 6), nowhere) << "a circle";
+}
+
 TEST_F(FolderContentTest, AFullDiskMovesNothing) {
     FillBolts();
     const QStringList before = Parents();
