@@ -1,7 +1,11 @@
 #include "library/browser_layout.h"
 
+#include "platform/numbers.h"
 #include "platform/window_places.h"
 #include "startup/settings_keys.h"
+
+#include <cmath>
+#include <limits>
 
 namespace velmo {
 
@@ -53,13 +57,12 @@ BrowserLayout::Split BrowserLayout::MakeSplit(Qt::Orientation orientation, const
 
 void BrowserLayout::Restore(const SettingsStore& settings) {
     const auto restore = [&settings](Split& split, const char* place, const char* thickness) {
-        // Two of the four follow from the layout; all are checked.
-        for (const char* part : {"Left", "Top", "Width", "Height"})
-            settings.GetNumber(split.key + QLatin1String(part), 0);
-        const QString key = split.key + QLatin1String(place);
-        if (!settings.Get(key).isEmpty())
-            split.wanted = TwipsToPixels(settings.GetNumber(key, 0));
-        const double stored = settings.GetNumber(split.key + QLatin1String(thickness), BarThickness);
+        // The others of the four follow from the layout.
+        constexpr double none = std::numeric_limits<double>::quiet_NaN();
+        const double wanted = ToNumberOr(settings.Get(split.key + QLatin1String(place)), none);
+        if (!std::isnan(wanted))
+            split.wanted = TwipsToPixels(wanted);
+        const double stored = ToNumberOr(settings.Get(split.key + QLatin1String(thickness)), BarThickness);
         split.thickness = TwipsToPixels(qBound(double(BarThickness), stored, double(ThickestBar)));
     };
     restore(frame_, "Left", "Width");

@@ -15,8 +15,7 @@ class BrowserLayout : public QWidget {
 public:
     BrowserLayout(QWidget* tree, QWidget* treeSlide, QWidget* entrySlide, QWidget* entryList);
 
-    // Puts the splitters where they were saved; without that the panes share the window. Throws 13, naming
-    // the key, when a stored number is none.
+    // Puts the splitters where they were saved; without a number there the panes share the window.
     void Restore(const SettingsStore& settings);
     // The rectangles of the splitters as they are laid out, in twips.
     void Save(SettingsStore& settings) const;

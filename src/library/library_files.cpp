@@ -3,6 +3,7 @@
 #include "library/library_database.h"
 #include "library/list_file_import.h"
 #include "platform/files.h"
+#include "platform/numbers.h"
 #include "platform/runtime_error.h"
 #include "platform/text_file.h"
 #include "startup/settings_keys.h"
@@ -97,14 +98,14 @@ void OpenLibraries(GlobalState& state, SettingsStore& settings, const LibraryCal
         state.LibraryDb = system;
         state.CurFolderID = 1;
         if (FileExists(system))
-            state.CurFolderID = settings.GetInteger(keys::TreeLast, 1);
+            state.CurFolderID = ToIntegerOr(settings.Get(keys::TreeLast), 1);
         else
             CreateSystemLibrary(state, settings, callbacks);
         return;
     }
     if (state.RunMode == run_mode::UserLibrary) {
-        state.CurFolderID = settings.GetInteger(keys::EdtTreeLast, 1);
-        state.SystemTreeFirst = settings.GetNumber(keys::Tree2nd1st, 0) != 0;
+        state.CurFolderID = ToIntegerOr(settings.Get(keys::EdtTreeLast), 1);
+        state.SystemTreeFirst = ToNumberOr(settings.Get(keys::Tree2nd1st), 0) != 0;
         state.SystemDb = system;
         if (!FileExists(system)) {
             CreateSystemLibrary(state, settings, callbacks);
@@ -114,7 +115,7 @@ void OpenLibraries(GlobalState& state, SettingsStore& settings, const LibraryCal
             }
         }
     } else {
-        state.CurFolderID = settings.GetInteger(keys::UsrTreeLast, 1);
+        state.CurFolderID = ToIntegerOr(settings.Get(keys::UsrTreeLast), 1);
     }
     state.LibraryDb = state.HomeDir + QStringLiteral("VelmoUsr.mdb");
     if (!FileExists(state.LibraryDb)) {

@@ -95,34 +95,34 @@ TEST_F(BadSettingsTest, ModesThatAreNoNumbersAreTheDefaults) {
     EXPECT_EQ(Run().Window("VLM_VEDT")["title"].toString(), QString("Velmo 変数入力"));
 }
 
-struct BadNumber {
-    const char* key;
-    const char* value;
-    const char* error;
-};
-
-void PrintTo(const BadNumber& number, std::ostream* out) {
-    *out << number.key << '=' << number.value;
-}
-
-// A number that the browser needs.
-class BadNumberTest : public BadSettingsTest, public testing::WithParamInterface<BadNumber> {};
-
-TEST_P(BadNumberTest, IsToldWithFileAndKey) {
+TEST_F(BadSettingsTest, AStoredCategoryThatIsNoNumberIsTheFirst) {
     Confirm();
-    session_.Set(GetParam().key, GetParam().value);
-    const QByteArray settings = session_.SettingsFile();
-    const QByteArray choice = session_.ReadExchange("velmo.ret2");
-    ExpectFailedStart({GetParam().error, session_.SettingsPath(), GetParam().key});
-    EXPECT_EQ(session_.SettingsFile(), settings);
-    EXPECT_EQ(session_.ReadExchange("velmo.ret2"), choice);
+    for (const char* value : {"二", "70000", "-", "1,000"}) {
+        session_.Set("TreeLast", value);
+        StartWith("VLM_MAIN");
+        EXPECT_TRUE(Run().Describe("VlmTreeView", Item::Named("トルヴィク"))["selected"].toBool()) << value;
+        Run().ClickAction("Tbar_Cancel");
+        EXPECT_EQ(End(), 0);
+    }
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    All, BadNumberTest,
-    testing::Values(BadNumber{"TreeLast", "二", "'13'"}, BadNumber{"TreeLast", "70000", "'6'"},
-                    BadNumber{"VlmMainLeft", "left", "'13'"}, BadNumber{"VlmMainWidth", "6,500", "'13'"}),
-    [](const auto& tested) { return std::string(tested.param.key) + std::to_string(tested.index); });
+TEST_F(BadSettingsTest, AStoredPlaceThatIsNoNumberIsThatOfAFirstStart) {
+    StartWith("VLM_MAIN");
+    const QJsonValue place = Run().Property("VLM_MAIN", "pos");
+    const QJsonValue size = Run().Property("VLM_MAIN", "size");
+    const QJsonValue tree = Run().Property("VlmTreeView", "size");
+    Run().ClickAction("Tbar_Cancel");
+    EXPECT_EQ(End(), 0);
+    for (const char* key :
+         {"VlmMainLeft", "VlmMainTop", "VlmMainWidth", "VlmMainHeight", "FrameSplitLeft", "FrameSplitTop",
+          "FrameSplitWidth", "FrameSplitHeight", "TreeSplitLeft", "TreeSplitTop", "TreeSplitWidth",
+          "TreeSplitHeight", "PdfSplitLeft", "PdfSplitTop", "PdfSplitWidth", "PdfSplitHeight"})
+        session_.Set(key, "左");
+    StartWith("VLM_MAIN");
+    EXPECT_EQ(Run().Property("VLM_MAIN", "pos"), place);
+    EXPECT_EQ(Run().Property("VLM_MAIN", "size"), size);
+    EXPECT_EQ(Run().Property("VlmTreeView", "size"), tree);
+}
 
 TEST_F(BadSettingsTest, ARowThatIsNoneIsTheFirst) {
     StartWith("VLM_MAIN");

@@ -1,6 +1,5 @@
 #include "library/browser_layout.h"
 #include "platform/files.h"
-#include "support/failure.h"
 #include "support/temp_folder.h"
 
 #include <QApplication>
@@ -216,13 +215,17 @@ TEST_F(BrowserLayoutTest, AStoredPlaceOutsideTheWindowIsBroughtBack) {
     EXPECT_GE(tree_.height(), 60);
 }
 
-TEST_F(BrowserLayoutTest, AStoredNumberThatIsNoneIsAnError) {
-    for (const char* key : {"PdfSplitTop", "FrameSplitTop", "TreeSplitWidth"}) {
+TEST_F(BrowserLayoutTest, AStoredNumberThatIsNoneIsAsIfThereWereNone) {
+    Layout();
+    const QRect bar = Part("SplitImg").geometry();
+    const QRect list = entryList_.geometry();
+    Forget();
+    for (const char* key :
+         {"PdfSplitTop", "PdfSplitHeight", "FrameSplitLeft", "FrameSplitTop", "FrameSplitWidth"})
         settings_.Save(key, "low");
-        EXPECT_EQ(Failure([this] { Layout(); }), ErrorNumber::TypeMismatch) << key;
-        Forget();
-        settings_.Save(key, "70");
-    }
+    Layout();
+    EXPECT_EQ(Part("SplitImg").geometry(), bar);
+    EXPECT_EQ(entryList_.geometry(), list);
 }
 
 TEST_F(BrowserLayoutTest, ALargeFontNeedsLargerPanes) {

@@ -66,16 +66,27 @@ TEST_F(LibraryFilesTest, AnExistingSystemLibraryRestoresTheCategory) {
     EXPECT_EQ(state_.CurFolderID, 1);
 }
 
-TEST_F(LibraryFilesTest, ASavedCategoryThatIsNoNumberIsNamed) {
-    CreateLibraryFile(folder_.Path("home\\Velmo2.mdb"));
-    settings_.Save("TreeLast", "x");
-    try {
-        Open();
-        FAIL();
-    } catch (const RuntimeError& error) {
-        EXPECT_EQ(error.Number(), ErrorNumber::TypeMismatch);
-        EXPECT_EQ(error.Field(), "TreeLast");
-    }
+TEST_F(LibraryFilesTest, ASavedNumberThatIsNoneIsItsDefault) {
+    for (const char* name : {"home\\Velmo2.mdb", "home\\VelmoUsr.mdb"})
+        CreateLibraryFile(folder_.Path(name));
+    for (const char* key : {"TreeLast", "UsrTreeLast", "EdtTreeLast", "Tree2nd1st"})
+        settings_.Save(key, "x");
+    Open();
+    EXPECT_EQ(state_.CurFolderID, 1);
+    state_.UserLibrary = true;
+    state_.CurFolderID = 0;
+    Open();
+    EXPECT_EQ(state_.CurFolderID, 1);
+    state_.RunMode = 3;
+    state_.CurFolderID = 0;
+    Open();
+    EXPECT_EQ(state_.CurFolderID, 1);
+    EXPECT_FALSE(state_.SystemTreeFirst);
+    settings_.Save("EdtTreeLast", "40000");
+    settings_.Save("Tree2nd1st", "0.5");
+    Open();
+    EXPECT_EQ(state_.CurFolderID, 1);
+    EXPECT_TRUE(state_.SystemTreeFirst);
 }
 
 TEST_F(LibraryFilesTest, AMissingUserLibraryHasASingleRoot) {
