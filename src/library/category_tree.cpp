@@ -40,7 +40,7 @@ void CategoryTree::BuildCategoryTree() {
     const auto show = qScopeGuard([this] { view_.setUpdatesEnabled(true); });
     view_.Nodes().Clear();
     AddRoot(false);
-    if (state_.RunMode == run_mode::UserLibrary)
+    if (ShowsBothLibraries(state_))
         AddSystemRoot();
 }
 
@@ -101,13 +101,17 @@ void CategoryTree::RestoreSelection() {
     view_.Select(RequireNode(state_.SystemTreeFirst, way.empty() ? 1 : way.front()));
 }
 
-void CategoryTree::Choose(bool systemTree, const std::vector<std::int16_t>& way) {
+bool CategoryTree::Choose(bool systemTree, const std::vector<std::int16_t>& way) {
     // Another program may have added it below a category that was read before.
-    if (!OpenWay(systemTree, way))
-        BuildAgain();
-    if (OpenWay(systemTree, way))
-        view_.Select(RequireNode(systemTree, way.back()));
-    NodeClick(RequireNode(systemTree, way.back()));
+    if (!OpenWay(systemTree, way)) {
+        Rebuild();
+        if (!OpenWay(systemTree, way))
+            return false;
+    }
+    const QString key = CategoryKey(systemTree, way.back());
+    view_.Select(key);
+    NodeClick(key);
+    return true;
 }
 
 // False when the tree does not have all of it.
@@ -207,8 +211,7 @@ QString CategoryTree::PathText() const {
     if (key.isEmpty())
         return state_.CurFolderName;
     // The first root's own name appears only where a second one stands beside it.
-    const FirstRoot firstRoot =
-        state_.RunMode == run_mode::UserLibrary ? FirstRoot::With : FirstRoot::Without;
+    const FirstRoot firstRoot = ShowsBothLibraries(state_) ? FirstRoot::With : FirstRoot::Without;
     return WayTo(view_, key, firstRoot) + state_.CurFolderName;
 }
 

@@ -23,9 +23,9 @@ public:
     // Throws 35601 when the tree has no such node.
     void RestoreSelection();
 
-    // Opens the way to a category (IDs from the root on) and chooses it as a click does. Throws 35601 when
-    // the tree has no such node.
-    void Choose(bool systemTree, const std::vector<std::int16_t>& way);
+    // Opens the way to a category (IDs from the root on) and chooses it as a click does. False when the
+    // libraries have no such category any more; the tree was rebuilt then.
+    bool Choose(bool systemTree, const std::vector<std::int16_t>& way);
 
     // The names on the way to the selected category.
     QString PathText() const;

@@ -96,7 +96,7 @@ void NameIndex::Forget() {
 
 std::vector<NameIndex::Library> NameIndex::LookAtAll(const GlobalState& state) {
     std::vector<Library> libraries{Look(state.LibraryDb, false)};
-    if (!state.SystemDb.isEmpty())
+    if (ShowsBothLibraries(state))
         libraries.push_back(Look(state.SystemDb, true));
     return libraries;
 }

@@ -6,6 +6,7 @@
 #include "platform/files.h"
 #include "platform/font_scale.h"
 #include "platform/guarded.h"
+#include "platform/numbers.h"
 #include "platform/progress_box.h"
 #include "platform/slide_view.h"
 #include "platform/window_places.h"
@@ -17,6 +18,7 @@
 #include <QCloseEvent>
 #include <QMenuBar>
 #include <QMouseEvent>
+#include <QScopeGuard>
 #include <QStatusBar>
 #include <QToolBar>
 
@@ -167,7 +169,7 @@ void VLM_MAIN::OpenOrCreateLibraries() {
 
 void VLM_MAIN::RestorePlace() {
     const auto pixels = [this](const QString& key, double fallback) {
-        return TwipsToPixels(settings_.GetNumber(key, fallback));
+        return TwipsToPixels(ToNumberOr(settings_.Get(key), fallback));
     };
     const QRect place(pixels(keys::VlmMainLeft, DefaultPlace), pixels(keys::VlmMainTop, DefaultPlace),
                       pixels(keys::VlmMainWidth, DefaultSize), pixels(keys::VlmMainHeight, DefaultSize));
@@ -210,9 +212,21 @@ void VLM_MAIN::ShowCategory(EntryList::Restore restore) {
     categoryShown_ = true;
 }
 
-// False when its category cannot be shown, which was told already.
+// False when its category cannot be shown, which was told already. Throws 35601 when it is gone.
 bool VLM_MAIN::ChooseFound(const FoundName& found) {
-    tree_->Choose(found.systemTree, found.way);
+    const EntryList::Place place = entries_->CurrentPlace();
+    const auto clear = qScopeGuard([this] {
+        // What is shown belongs to a selected category, or there is none.
+        if (panes_.VlmTreeView->SelectedKey().isEmpty())
+            ClearCategory();
+    });
+    if (!tree_->Choose(found.systemTree, found.way)) {
+        ShowCategory(EntryList::Restore::No);
+        entries_->ReturnTo(place);
+        throw RuntimeError(ErrorNumber::ElementNotFound,
+                           QStringLiteral("分類 (ID %1) はもうありません。").arg(found.way.back()))
+            .InFile(found.systemTree ? state_.SystemDb : state_.LibraryDb);
+    }
     if (categoryShown_ && found.entryId != 0)
         entries_->ChooseEntry(found.entryId);
     return categoryShown_;
@@ -287,7 +301,7 @@ void VLM_MAIN::SaveOnClose() {
         panes_.layout->Save(settings_);
     }
     settings_.Save(keys::LastSymbol(state_.UserLibrary), state_.SymbolFile);
-    if (state_.RunMode == run_mode::UserLibrary) {
+    if (ShowsBothLibraries(state_)) {
         settings_.Save(keys::EdtTreeLast, state_.CurFolderID);
         settings_.Save(keys::Tree2nd1st, state_.SystemTreeFirst ? 1 : 0);
     } else {

@@ -63,6 +63,11 @@ struct GlobalState {
     QHash<QString, QSize> DialogSizes;
 };
 
+// Whether the browser was opened on both libraries. It stays so although RunMode may change meanwhile.
+inline bool ShowsBothLibraries(const GlobalState& state) {
+    return !state.SystemDb.isEmpty();
+}
+
 // The library that the selected category belongs to.
 inline const QString& CurrentLibrary(const GlobalState& state) {
     return state.SystemTreeFirst ? state.SystemDb : state.LibraryDb;

@@ -289,11 +289,31 @@ TEST_F(FindTest, ACategoryThatAnotherProgramAddedIsChosen) {
 
 TEST_F(FindTest, ACategoryThatAnotherProgramRemovedIsToldByName) {
     StartWith("VLM_MAIN");
+    ChooseCategory(bolts_);
+    Run().Click("VlmPdfList", Item::Named("アイボルト"));
     LookFor("大形");
     Execute("DELETE FROM FolderTable WHERE FolderName='大形'");
     Run().Press("Down");
     ExpectError({"35601", "分類 (ID 4)"});
     EXPECT_TRUE(Run().IsWindowShown("VLM_MAIN"));
+    // What was chosen before still is.
+    EXPECT_EQ(SelectedCategory(), QString("トルヴィク > ボルト"));
+    EXPECT_EQ(Panel(0), QString("ボルト"));
+    EXPECT_EQ(SelectedEntry(), QString("アイボルト"));
+    Run().Press("Escape");
+    EXPECT_THAT(Run().Tree("VlmTreeView"), ElementsAre("トルヴィク", "  ボルト", "  座金"));
+}
+
+TEST_F(FindTest, WhenTheCategoryShownIsGoneTooTheRootIsShown) {
+    StartWith("VLM_MAIN");
+    ChooseCategory(bolts_);
+    LookFor("大形");
+    Execute("DELETE FROM FolderTable WHERE ID IN (2, 4)");
+    Run().Press("Down");
+    ExpectError({"35601", "分類 (ID 4)"});
+    EXPECT_EQ(SelectedCategory(), QString("トルヴィク"));
+    EXPECT_EQ(Panel(0), QString("トルヴィク"));
+    EXPECT_THAT(ListedEntries(), IsEmpty());
 }
 
 // Run mode 3: both libraries.
@@ -347,6 +367,28 @@ TEST_F(FindInBothTest, ACategoryOfTheOtherLibraryIsSelectedInItsOwnTree) {
     Run().Press("Return");
     EXPECT_EQ(SelectedCategory(), QString("トルヴィク > 座金 > 大形"));
     EXPECT_THAT(ListedEntries(), ElementsAre("平座金"));
+}
+
+TEST_F(FindInBothTest, BackFromTheVariableWindowBothLibrariesAreStillThere) {
+    StartWith("VLM_MAIN");
+    OpenEntry(bolts_, "アイボルト");
+    Run().Click("Vedt_TreeBtn");
+    Run().WaitFor("the browser alone", [this] { return !Run().IsWindowShown("VLM_VEDT"); });
+    Unfold(large_);
+    // Another program adds what is found, so that the tree has to be read again.
+    Execute("INSERT INTO FolderTable (ParentID, FolderName, SLDFileName) VALUES (3, '新しい分類', '')");
+    LookFor("新しい");
+    Run().Press("Return");
+    EXPECT_EQ(SelectedCategory(), QString("トルヴィク > 座金 > 新しい分類"));
+    EXPECT_EQ(Panel(0), QString("トルヴィク － 座金 － 新しい分類"));
+    EXPECT_EQ(Run().Tree("VlmTreeView").first(), QString("VELMOデータ"));
+    ChooseCategory(large_);
+    OpenShownEntry("平座金");
+    Run().Click("Vedt_OKBtn");
+    EXPECT_EQ(End(), 0);
+    EXPECT_EQ(session_.Setting("EdtTreeLast"), QString("4"));
+    EXPECT_EQ(session_.Setting("Tree2nd1st"), QString("1"));
+    EXPECT_EQ(session_.Setting("UsrTreeLast"), std::nullopt);
 }
 
 } // namespace

@@ -107,6 +107,16 @@ TEST_F(CategoryRebuildTest, ACircleOfParentsIsNotInTheTree) {
     EXPECT_TRUE(view_.Nodes().Contains("Nod5"));
 }
 
+TEST_F(CategoryRebuildTest, ACategoryThatIsGoneIsNotChosenAndTheOneBeforeStaysSo) {
+    Change("DELETE FROM FolderTable WHERE ID=6");
+    EXPECT_FALSE(tree_.Choose(false, {1, 5, 6}));
+    EXPECT_EQ(view_.SelectedKey(), "Nod3");
+    EXPECT_EQ(state_.CurFolderID, 3);
+    Change("INSERT INTO FolderTable (ParentID, FolderName) VALUES (5, 'new')");
+    EXPECT_TRUE(tree_.Choose(false, {1, 5, 69}));
+    EXPECT_EQ(view_.SelectedKey(), "Nod69");
+}
+
 TEST_F(CategoryRebuildTest, AMissingParentIsARunTimeError) {
     Change("DELETE FROM FolderTable WHERE ID=2");
     EXPECT_EQ(Failure([this] { tree_.Rebuild(); }), ErrorNumber::NoCurrentRecord);

@@ -13,7 +13,6 @@ class CategoryTreeTest : public testing::Test {
 protected:
     CategoryTreeTest() {
         state_.LibraryDb = Make("user.mdb");
-        state_.SystemDb = Make("system.mdb");
         state_.CurFolderID = 1;
         view_.resize(300, 300);
     }
@@ -31,6 +30,13 @@ protected:
         AddCategory(database, 2, "B");
         AddCategory(database, 3, "C");
         AddCategory(database, 1, "D");
+    }
+
+    // Both libraries are shown.
+    void FillBoth(const QString& userRoot, const QString& systemRoot) {
+        FillSample(state_.LibraryDb, userRoot);
+        state_.SystemDb = Make("system.mdb");
+        FillSample(state_.SystemDb, systemRoot);
     }
 
     // The tree is made when it is first used, after the test has filled the libraries.
@@ -118,10 +124,8 @@ TEST_F(CategoryTreeTest, ALibraryWithoutARootIsAnError) {
     EXPECT_EQ(ErrorOf([&] { tree_->BuildCategoryTree(); }), 3021);
 }
 
-TEST_F(CategoryTreeTest, ModeThreeShowsTheSystemLibraryBelow) {
-    FillSample(state_.LibraryDb, "user");
-    FillSample(state_.SystemDb, "system");
-    state_.RunMode = 3;
+TEST_F(CategoryTreeTest, OfTwoLibrariesTheSystemLibraryStandsBelow) {
+    FillBoth("user", "system");
     Tree();
     EXPECT_EQ(view_.Nodes().rowCount(), 2);
     EXPECT_EQ(view_.Text("Nod1"), "user");
@@ -187,9 +191,7 @@ TEST_F(CategoryTreeTest, AParentThatIsGoneIsAnError) {
 }
 
 TEST_F(CategoryTreeTest, ACategoryGoneFromTheSystemTreeRestoresToItsFirst) {
-    FillSample(state_.LibraryDb, "user");
-    FillSample(state_.SystemDb, "system");
-    state_.RunMode = 3;
+    FillBoth("user", "system");
     state_.SystemTreeFirst = true;
     state_.CurFolderID = 99;
     Tree().RestoreSelection();
@@ -283,10 +285,8 @@ TEST_F(CategoryTreeTest, ThePathLeavesTheRootOut) {
     EXPECT_EQ(tree_->PathText(), "R") << "a root shows its own name";
 }
 
-TEST_F(CategoryTreeTest, ThePathNamesTheRootInModeThree) {
-    FillSample(state_.LibraryDb, "user");
-    FillSample(state_.SystemDb, "system");
-    state_.RunMode = 3;
+TEST_F(CategoryTreeTest, OfTwoLibrariesThePathNamesTheRoot) {
+    FillBoth("user", "system");
     state_.CurFolderID = 3;
     state_.CurFolderName = "B";
     Tree().RestoreSelection();

@@ -194,6 +194,29 @@ TEST_F(BrowserTest, InModeThreeTheBrowserStaysAfterAConfirm) {
     EXPECT_EQ(settings_.Get("UsrTreeLast", "unset"), "unset");
 }
 
+TEST_F(BrowserTest, BothLibrariesStayWhenTheRunModeChanges) {
+    CreateLibraryFile(folder_.Path("home\\VelmoUsr.mdb"));
+    {
+        Database user(folder_.Path("home\\VelmoUsr.mdb"), Database::Access::Write);
+        AddCategory(user, 0, "user root");
+    }
+    state_.RunMode = 3;
+    state_.UserLibrary = true;
+    inVariableWindow_ = [this](VLM_MAIN&) {
+        state_.RunMode = 2;
+        state_.Confirmed = true;
+    };
+    Browser();
+    ClickNode("Nd22");
+    EXPECT_EQ(Path(), "root － A");
+    ClickEntry(0);
+    Trigger("Tbar_Open");
+    EXPECT_FALSE(Browser().isVisible()) << "values were given";
+    EXPECT_EQ(settings_.Get("EdtTreeLast"), "2");
+    EXPECT_EQ(settings_.Get("Tree2nd1st"), "1");
+    EXPECT_EQ(settings_.Get("UsrTreeLast", "unset"), "unset") << "category 2 is none of the user library";
+}
+
 TEST_F(BrowserTest, MenuCancelAnswersThatNothingWasChosen) {
     Browser();
     Trigger("VlmMnuFileCan");
@@ -334,6 +357,13 @@ TEST_F(BrowserTest, RestoresCategoryAndEntry) {
     EXPECT_EQ(shown_, 1) << "Open works at once";
     ClickNode("Nod2");
     EXPECT_EQ(state_.SymbolFile, "") << "after an ordinary click no entry is chosen";
+}
+
+TEST_F(BrowserTest, APlaceThatIsNoNumberIsTheDefault) {
+    for (const char* key : {"VlmMainLeft", "VlmMainTop", "VlmMainWidth", "VlmMainHeight", "FrameSplitLeft"})
+        settings_.Save(key, "far");
+    EXPECT_EQ(Browser().pos(), QPoint(67, 67));
+    EXPECT_EQ(Browser().size(), QSize(433, 433));
 }
 
 TEST_F(BrowserTest, AFirstStartHasTheDefaultPlace) {
