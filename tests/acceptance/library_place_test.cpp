@@ -142,6 +142,8 @@ TEST_F(LibraryPlaceTest, ASecondRootIsOnlySeenWhenTheFirstIsGone) {
     EXPECT_EQ(Run().Tree("VlmTreeView").size(), 4);
     ChooseOnCategory(root_, "VlmMnuPopCut");
     ChooseOnCategory(bolts_, "VlmMnuPopPaste");
+    Run().WaitForMessage();
+    Run().AnswerYes();
     ExpectError({"35601"});
     EXPECT_THAT(Run().Tree("VlmTreeView"), ElementsAre("根"));
     ChooseCategory({"根"});
