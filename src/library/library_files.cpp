@@ -8,7 +8,7 @@
 #include "platform/text_file.h"
 #include "startup/settings_keys.h"
 
-#include <QScopeGuard>
+#include <QFileInfo>
 
 namespace velmo {
 
@@ -19,50 +19,28 @@ namespace keys = settings_keys;
 // Lines between two reports of progress.
 constexpr int LinesPerReport = 256;
 
-// A database is made under this name and gets its own when it is whole.
-QString WorkName(const QString& path) {
-    return path + QStringLiteral(".new");
+// The category that a new library begins with: its root.
+constexpr std::int16_t FirstCategory = 1;
+
+QString SystemLibraryPath(const GlobalState& state) {
+    return state.HomeDir + QStringLiteral("velmo2.mdb");
 }
 
-// What a program that was killed may have left beside a database.
-void DeleteJournals(const QString& path) {
-    for (const char* ending : {"-journal", "-wal", "-shm"})
-        DeleteFileIfAny(path + QLatin1String(ending));
+QString UserLibraryPath(const GlobalState& state) {
+    return state.HomeDir + QStringLiteral("VelmoUsr.mdb");
 }
 
-void DeleteWorkFiles(const QString& path) {
-    DeleteFileIfAny(WorkName(path));
-    DeleteJournals(WorkName(path));
-}
+// What a library that is there lacks.
+enum class Lack { Nothing, Categories, Root };
 
-// Makes a library under its work name, lets fill fill it in one transaction, and puts it in place.
-template <typename Fill>
-void MakeLibrary(const QString& path, Fill&& fill) {
-    DeleteWorkFiles(path);
-    auto leaveNothing = qScopeGuard([&path] {
-        try {
-            DeleteWorkFiles(path);
-        } catch (const RuntimeError&) {
-            // The failure under way says more than this one, and the next attempt begins with deleting it.
-        }
-    });
-    CreateLibraryFile(WorkName(path));
-    {
-        Database database(WorkName(path), Database::Access::Write);
-        Transaction transaction(database);
-        fill(database);
-        transaction.Commit();
-    }
-    // A journal of an old database would be played into the new one.
-    DeleteJournals(path);
-    RenameOver(WorkName(path), path);
-    leaveNothing.dismiss();
-}
-
-// True when the library is to be made: there is none, or the user wants a new one.
-bool MayCreate(const QString& path, const LibraryCallbacks& callbacks) {
-    return !FileExists(path) ||
-           callbacks.ask(path + QStringLiteral(" はすでに存在します。更新してよろしいですか"));
+Lack LackOf(const QString& path) {
+    // The engine takes an empty file for a database without tables.
+    if (QFileInfo(NativePath(path)).size() == 0)
+        return Lack::Categories;
+    Database library(path, Database::Access::Read);
+    if (!RootCategories(library).Eof())
+        return Lack::Nothing;
+    return AllCategories(library).Eof() ? Lack::Categories : Lack::Root;
 }
 
 void ImportListFile(Database& database, const QString& listFile, const LibraryCallbacks& callbacks) {
@@ -90,66 +68,165 @@ void ImportListFile(Database& database, const QString& listFile, const LibraryCa
             .InFile(listFile);
 }
 
+// For the CAD side.
+void RecordPath(SettingsStore& settings, const QString& key, const QString& path) {
+    settings.Save(key, path);
+    settings.Flush();
+}
+
+void MakeSystemLibrary(const GlobalState& state, SettingsStore& settings, const LibraryCallbacks& callbacks,
+                       const std::function<Making()>& wanted) {
+    const QString path = SystemLibraryPath(state);
+    const QString listFile = state.HomeDir + QStringLiteral("syst\\vlmsymlib.lst");
+    MakeLibrary({path, wanted, [&](Database& library) { ImportListFile(library, listFile, callbacks); },
+                 callbacks.wait});
+    RecordPath(settings, keys::VelmoDB, path);
+}
+
+void AddRoot(Database& library, const QString& name) {
+    RecordSet folders(library, QStringLiteral("FolderTable"));
+    folders.AddNew();
+    // What was below a root that was deleted is below it again.
+    folders.SetNumber(u"ID", FirstCategory);
+    folders.SetNumber(u"ParentID", 0);
+    folders.Set(u"SLDFileName", u"");
+    folders.Set(u"FolderName", name);
+    folders.Update();
+}
+
+void MakeUserLibrary(const GlobalState& state, SettingsStore& settings, const LibraryCallbacks& callbacks,
+                     const std::function<Making()>& wanted) {
+    const QString path = UserLibraryPath(state);
+    MakeLibrary({path, wanted, [](Database& library) { AddRoot(library, UserRootName); }, callbacks.wait});
+    RecordPath(settings, keys::UsrDB, path);
+}
+
+// The first category becomes the root again, wherever it was; where it is gone, it is added.
+void MendRoot(const QString& path, const QString& name) {
+    Database library(path, Database::Access::Write);
+    Transaction transaction(library);
+    // Another program may have done it while the user was asked.
+    if (RootCategories(library).Eof()) {
+        RecordSet first = CategoryWithId(library, FirstCategory);
+        if (first.Eof()) {
+            AddRoot(library, name);
+        } else {
+            first.Edit();
+            first.SetNumber(u"ParentID", 0);
+            first.Update();
+        }
+    }
+    transaction.Commit();
+}
+
+// Makes a library that is not there, unless another program does.
+std::function<Making()> IfMissing(const QString& path) {
+    return [path] { return FileExists(path) ? Making::Nothing : Making::New; };
+}
+
+// Makes an empty one anew, unless another program has done so.
+std::function<Making()> IfEmpty(const QString& path) {
+    return [path] {
+        if (!FileExists(path))
+            return Making::New;
+        return LackOf(path) == Lack::Categories ? Making::Replacement : Making::Nothing;
+    };
+}
+
+bool MayMendRoot(const QString& path, const LibraryCallbacks& callbacks) {
+    return callbacks.ask(
+        path + QStringLiteral(" には最上位の分類がありません。\n\n最上位の分類を作り直してよろしいですか"));
+}
+
+// Makes the system library when it is missing, or empty and the user wants it. True when it was made.
+bool ProvideSystemLibrary(const GlobalState& state, SettingsStore& settings, const QString& path,
+                          const LibraryCallbacks& callbacks) {
+    if (!FileExists(path)) {
+        MakeSystemLibrary(state, settings, callbacks, IfMissing(path));
+        return true;
+    }
+    ClearMakingRemains(path);
+    const Lack lack = LackOf(path);
+    if (lack == Lack::Root && MayMendRoot(path, callbacks))
+        MendRoot(path, SystemRootName);
+    if (lack != Lack::Categories ||
+        !callbacks.ask(path + QStringLiteral(" には分類がありません。\n\n"
+                                             "一覧ファイルからライブラリを作り直してよろしいですか")))
+        return false;
+    MakeSystemLibrary(state, settings, callbacks, IfEmpty(path));
+    return true;
+}
+
+// The same for the user library, whose categories are nowhere else: only its root is made anew.
+bool ProvideUserLibrary(const GlobalState& state, SettingsStore& settings, const QString& path,
+                        const LibraryCallbacks& callbacks) {
+    if (!FileExists(path)) {
+        MakeUserLibrary(state, settings, callbacks, IfMissing(path));
+        return true;
+    }
+    ClearMakingRemains(path);
+    if (LackOf(path) == Lack::Nothing || !MayMendRoot(path, callbacks))
+        return false;
+    if (QFileInfo(NativePath(path)).size() == 0)
+        MakeUserLibrary(state, settings, callbacks, IfEmpty(path));
+    else
+        MendRoot(path, UserRootName);
+    return false;
+}
+
+// Whether a library is to be made: there is none, or the user wants a new one.
+Making AskFor(const QString& path, const LibraryCallbacks& callbacks) {
+    if (!FileExists(path))
+        return Making::New;
+    if (callbacks.ask(path + QStringLiteral(" はすでに存在します。更新してよろしいですか")))
+        return Making::Replacement;
+    return Making::Nothing;
+}
+
 } // namespace
 
 void OpenLibraries(GlobalState& state, SettingsStore& settings, const LibraryCallbacks& callbacks) {
     const QString system = state.HomeDir + QStringLiteral("Velmo2.mdb");
+    const auto saved = [&settings](const QString& key) {
+        return ToIntegerOr(settings.Get(key), FirstCategory);
+    };
     if (!state.UserLibrary) {
         state.LibraryDb = system;
-        state.CurFolderID = 1;
-        if (FileExists(system))
-            state.CurFolderID = ToIntegerOr(settings.Get(keys::TreeLast), 1);
-        else
-            CreateSystemLibrary(state, settings, callbacks);
+        const bool isNew = ProvideSystemLibrary(state, settings, system, callbacks);
+        state.CurFolderID = isNew ? FirstCategory : saved(keys::TreeLast);
         return;
     }
     if (state.RunMode == run_mode::UserLibrary) {
-        state.CurFolderID = ToIntegerOr(settings.Get(keys::EdtTreeLast), 1);
+        state.CurFolderID = saved(keys::EdtTreeLast);
         state.SystemTreeFirst = ToNumberOr(settings.Get(keys::Tree2nd1st), 0) != 0;
         state.SystemDb = system;
-        if (!FileExists(system)) {
-            CreateSystemLibrary(state, settings, callbacks);
-            if (state.SystemTreeFirst) {
-                state.CurFolderID = 1;
-                state.SystemTreeFirst = false;
-            }
+        if (ProvideSystemLibrary(state, settings, system, callbacks) && state.SystemTreeFirst) {
+            state.CurFolderID = FirstCategory;
+            state.SystemTreeFirst = false;
         }
     } else {
-        state.CurFolderID = ToIntegerOr(settings.Get(keys::UsrTreeLast), 1);
+        state.CurFolderID = saved(keys::UsrTreeLast);
     }
-    state.LibraryDb = state.HomeDir + QStringLiteral("VelmoUsr.mdb");
-    if (!FileExists(state.LibraryDb)) {
-        CreateUserLibrary(state, settings, callbacks);
-        if (!state.SystemTreeFirst)
-            state.CurFolderID = 1;
-    }
+    state.LibraryDb = UserLibraryPath(state);
+    if (ProvideUserLibrary(state, settings, state.LibraryDb, callbacks) && !state.SystemTreeFirst)
+        state.CurFolderID = FirstCategory;
 }
 
 void CreateSystemLibrary(const GlobalState& state, SettingsStore& settings,
                          const LibraryCallbacks& callbacks) {
-    const QString path = state.HomeDir + QStringLiteral("velmo2.mdb");
-    if (MayCreate(path, callbacks)) {
-        const QString listFile = state.HomeDir + QStringLiteral("syst\\vlmsymlib.lst");
-        MakeLibrary(path, [&](Database& database) { ImportListFile(database, listFile, callbacks); });
-    }
-    settings.Save(keys::VelmoDB, path);
-    settings.Flush();
+    const Making making = AskFor(SystemLibraryPath(state), callbacks);
+    if (making == Making::Nothing)
+        RecordPath(settings, keys::VelmoDB, SystemLibraryPath(state));
+    else
+        MakeSystemLibrary(state, settings, callbacks, [making] { return making; });
 }
 
 void CreateUserLibrary(const GlobalState& state, SettingsStore& settings, const LibraryCallbacks& callbacks) {
-    const QString path = state.HomeDir + QStringLiteral("VelmoUsr.mdb");
-    if (MayCreate(path, callbacks)) {
-        MakeLibrary(path, [](Database& database) {
-            RecordSet folders(database, QStringLiteral("FolderTable"));
-            folders.AddNew();
-            folders.SetNumber(u"ParentID", 0);
-            folders.Set(u"SLDFileName", u"");
-            folders.Set(u"FolderName", UserRootName);
-            folders.Update();
-        });
-    }
-    settings.Save(keys::UsrDB, path);
-    settings.Flush();
+    const Making making = AskFor(UserLibraryPath(state), callbacks);
+    if (making == Making::Nothing)
+        RecordPath(settings, keys::UsrDB, UserLibraryPath(state));
+    else
+        MakeUserLibrary(state, settings, callbacks, [making] { return making; });
 }
 
 } // namespace velmo

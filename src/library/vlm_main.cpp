@@ -164,6 +164,7 @@ void VLM_MAIN::OpenOrCreateLibraries() {
     LibraryCallbacks callbacks;
     callbacks.ask = [this](const QString& question) { return messages_.Ask(nullptr, question); };
     callbacks.progress = [&progress](qint64 done, qint64 total) { return progress.Report(done, total); };
+    callbacks.wait = [&progress] { return progress.ReportWaiting(); };
     OpenLibraries(state_, settings_, callbacks);
 }
 

@@ -23,4 +23,11 @@ bool ProgressBox::Report(qint64 done, qint64 whole) {
     return !dialog_->wasCanceled();
 }
 
+bool ProgressBox::ReportWaiting() {
+    // A button that is pressed is noticed only when the bar moves.
+    const bool goesOn = Report(waited_, Steps);
+    waited_ = (waited_ + 1) % Steps;
+    return goesOn;
+}
+
 } // namespace velmo

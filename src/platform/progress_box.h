@@ -17,12 +17,15 @@ public:
 
     // How much is done of the whole. False when the user wants to stop.
     bool Report(qint64 done, qint64 whole);
+    // Something is waited for, nobody knows how long. False when the user wants to stop.
+    bool ReportWaiting();
 
 private:
     QWidget* parent_;
     QString label_;
     Cancel cancel_;
     std::optional<QProgressDialog> dialog_;
+    int waited_ = 0;
 };
 
 } // namespace velmo

@@ -75,6 +75,16 @@ protected:
         EXPECT_EQ(End(), 0);
     }
     QString Library() const { return session_.HomeDir() + "Velmo2.mdb"; }
+    // Starts with a question about this library, which stays open.
+    void ExpectQuestionAtStart(const QString& question) {
+        Start();
+        const Message message = Run().ExpectMessage(question);
+        EXPECT_EQ(message.title, QString("VELMO2"));
+        EXPECT_THAT(message.buttons, ElementsAre("Yes", "No"));
+    }
+    const QString NoCategory =
+        " には分類がありません。\n\n一覧ファイルからライブラリを作り直してよろしいですか";
+    const QString NoRoot = " には最上位の分類がありません。\n\n最上位の分類を作り直してよろしいですか";
 };
 
 TEST_F(BadLibraryTest, NoDatabase) {
@@ -86,8 +96,32 @@ TEST_F(BadLibraryTest, NoDatabase) {
 
 TEST_F(BadLibraryTest, AnEmptyFile) {
     session_.WriteHome("Velmo2.mdb", "");
-    ExpectFailedStart({"3078", Library()});
+    ExpectQuestionAtStart(Library() + NoCategory);
+    // No is the usual answer.
+    Run().Press("Return");
+    ExpectError({"3078", Library()});
+    EXPECT_EQ(End(), 1);
     EXPECT_EQ(session_.ReadHome("Velmo2.mdb"), "");
+    ExpectQuestionAtStart(Library() + NoCategory);
+    Run().AnswerYes();
+    Run().WaitForWindow("VLM_MAIN");
+    EXPECT_THAT(Run().Tree("VlmTreeView"), ElementsAre("トルヴィク", "  ボルト", "  座金+", "    大形"));
+    EXPECT_EQ(QDir(session_.Home()).entryList({"velmo*"}, QDir::Files), QStringList("Velmo2.mdb"));
+}
+
+TEST_F(BadLibraryTest, AnEmptyUserLibrary) {
+    const QString user = session_.HomeDir() + "VelmoUsr.mdb";
+    session_.WriteExchangeLines("velmo.ret2", {"NO SELECT", "VELMO"});
+    session_.WriteHome("VelmoUsr.mdb", "");
+    ExpectQuestionAtStart(user + NoRoot);
+    Run().AnswerNo();
+    ExpectError({"3078", user});
+    EXPECT_EQ(End(), 1);
+    EXPECT_EQ(session_.ReadHome("VelmoUsr.mdb"), "");
+    ExpectQuestionAtStart(user + NoRoot);
+    Run().AnswerYes();
+    Run().WaitForWindow("VLM_MAIN");
+    EXPECT_THAT(Run().Tree("VlmTreeView"), ElementsAre("VELMOデータ"));
 }
 
 TEST_F(BadLibraryTest, OtherTables) {
@@ -123,10 +157,32 @@ TEST_F(BadLibraryTest, CutShort) {
     EXPECT_EQ(session_.ReadHome("velmo2.mdb"), half);
 }
 
-TEST_F(BadLibraryTest, NoRoot) {
+TEST_F(BadLibraryTest, NoCategories) {
     ImportOnce();
     session_.ExecuteHome("velmo2.mdb", "DELETE FROM FolderTable");
-    ExpectFailedStart({"3021", Library()});
+    const QByteArray before = session_.ReadHome("velmo2.mdb");
+    ExpectQuestionAtStart(Library() + NoCategory);
+    Run().AnswerNo();
+    ExpectError({"3021", Library()});
+    EXPECT_EQ(End(), 1);
+    EXPECT_EQ(session_.ReadHome("velmo2.mdb"), before);
+    ExpectQuestionAtStart(Library() + NoCategory);
+    Run().AnswerYes();
+    Run().WaitForWindow("VLM_MAIN");
+    OpenEntry({"トルヴィク", "ボルト"}, "アイボルト");
+}
+
+TEST_F(BadLibraryTest, NoRootAmongTheCategories) {
+    ImportOnce();
+    session_.ExecuteHome("velmo2.mdb", "UPDATE FolderTable SET ParentID = 2 WHERE ID = 1");
+    ExpectQuestionAtStart(Library() + NoRoot);
+    Run().AnswerNo();
+    ExpectError({"3021", Library()});
+    EXPECT_EQ(End(), 1);
+    ExpectQuestionAtStart(Library() + NoRoot);
+    Run().AnswerYes();
+    Run().WaitForWindow("VLM_MAIN");
+    EXPECT_THAT(Run().Tree("VlmTreeView"), ElementsAre("トルヴィク", "  ボルト", "  座金+", "    大形"));
 }
 
 TEST_F(BadLibraryTest, LockedByAnotherProgramFromTheStart) {

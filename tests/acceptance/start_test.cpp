@@ -1,4 +1,5 @@
 #include "acceptance_test.h"
+#include "platform/work_file.h"
 
 #include <QDir>
 #include <QFile>
@@ -218,6 +219,43 @@ TEST_F(StartTest, ALeftOverOfABrokenImportDoesNoHarm) {
     StartWith("VLM_MAIN");
     EXPECT_EQ(Run().Tree("VlmTreeView").size(), 4);
     EXPECT_EQ(QDir(session_.Home()).entryList({"velmo*"}, QDir::Files), QStringList("velmo2.mdb"));
+}
+
+TEST_F(StartTest, ManyFirstStartsAtOnceShowTheSameLibrary) {
+    constexpr int programs = 4;
+    std::vector<std::unique_ptr<VelmoRun>> runs;
+    {
+        // They all wait to make it.
+        const WorkFile another(session_.Home() + "/velmo2.mdb.making");
+        ASSERT_TRUE(another.IsOpen());
+        for (int program = 0; program < programs; ++program)
+            runs.push_back(std::make_unique<VelmoRun>(session_.LaunchOf(VELMO_PROGRAM, TEST_PLUGIN_FOLDER)));
+    }
+    for (const std::unique_ptr<VelmoRun>& run : runs) {
+        run->WaitForWindow("VLM_MAIN");
+        EXPECT_THAT(run->Tree("VlmTreeView"), ElementsAre("トルヴィク", "  ボルト", "  座金+", "    大形"));
+        run->ClickAction("Tbar_Cancel");
+        EXPECT_EQ(run->WaitForEnd(), 0);
+    }
+    EXPECT_EQ(QDir(session_.Home()).entryList({"velmo*"}, QDir::Files), QStringList("velmo2.mdb"));
+    EXPECT_EQ(session_.QueryHome("velmo2.mdb", "PRAGMA integrity_check").value(0), QStringList("ok"));
+}
+
+TEST_F(StartTest, WhileAnotherProgramMakesTheLibraryItIsWaitedForAndCanBeStopped) {
+    const auto isToldToWait = [this] { return Run().Screen().contains("QProgressDialog"); };
+    {
+        const WorkFile other(session_.Home() + "/velmo2.mdb.making");
+        ASSERT_TRUE(other.IsOpen());
+        Start();
+        Run().WaitFor("the wait to be told", isToldToWait);
+        Run().Press("Escape");
+        EXPECT_EQ(End(), 0);
+        EXPECT_FALSE(session_.ExistsInHome("velmo2.mdb"));
+        Start();
+        Run().WaitFor("the wait to be told", isToldToWait);
+    }
+    Run().WaitForWindow("VLM_MAIN");
+    EXPECT_EQ(Run().Tree("VlmTreeView").size(), 4);
 }
 
 TEST_F(StartTest, ASavedCategoryThatIsGoneBecomesTheRoot) {

@@ -142,6 +142,10 @@ int rename(const char* from, const char* to) noexcept {
     return Count("rename", from, to);
 }
 
+int renameat2(int fromFolder, const char* from, int toFolder, const char* to, unsigned flags) noexcept {
+    return Count("renameat2", fromFolder, from, toFolder, to, flags);
+}
+
 int unlink(const char* path) noexcept {
     return Count("unlink", path);
 }
