@@ -2,6 +2,8 @@
 
 #include "platform/runtime_error.h"
 
+#include <limits>
+
 namespace velmo {
 
 namespace {
@@ -17,6 +19,17 @@ QString Cut(const QString& line, int start, int length) {
         throw RuntimeError(ErrorNumber::InvalidArgument,
                            QStringLiteral("名前、スライド、ファイルの区切りが正しくありません。"));
     return line.mid(start - 1, length);
+}
+
+// Numbers have 16 bits.
+constexpr int MostRows = std::numeric_limits<std::int16_t>::max();
+
+// Throws 6 when there is no number for one more.
+void RequireRoom(int count, const QString& what) {
+    if (count == MostRows)
+        throw RuntimeError(
+            ErrorNumber::Overflow,
+            QStringLiteral("ライブラリに登録できる%1は %2 件までです。").arg(what).arg(MostRows));
 }
 
 } // namespace
@@ -75,6 +88,8 @@ void ListFileImport::ImportQuotedLine(const QString& line, int open, int quote) 
 
 void ListFileImport::AddImportedEntry(const QString& name, const QString& slide, const QString& file) {
     if (!file.isEmpty()) {
+        RequireRoom(entryCount_, QStringLiteral("シンボル"));
+        ++entryCount_;
         entries_.AddNew();
         entries_.SetNumber(u"FolderiD", folderCounter_);
         entries_.Set(u"PDFName", name);
@@ -83,6 +98,7 @@ void ListFileImport::AddImportedEntry(const QString& name, const QString& slide,
         entries_.Update();
         return;
     }
+    RequireRoom(folderCounter_, QStringLiteral("分類"));
     ++folderCounter_;
     const bool root = folderCounter_ == 1;
     folders_.AddNew();

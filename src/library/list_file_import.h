@@ -21,8 +21,9 @@ public:
     // The database holds empty tables; its counters start at 1.
     explicit ListFileImport(Database& database);
 
-    // Interprets one line. Throws 5 when the positions cut a text of negative length, 9 when categories nest
-    // more than 10 deep, 3163 when a text is longer than 255 characters.
+    // Interprets one line. Throws 5 when the positions cut a text of negative length, 6 when there are more
+    // categories or entries than the program can number, 9 when categories nest more than 10 deep, 3163 when
+    // a text is longer than 255 characters.
     void ImportListLine(const QString& line);
 
     int CategoryCount() const { return folderCounter_; }
@@ -38,6 +39,7 @@ private:
     RecordSet entries_;
     // The ID of the category inserted last, 0 before the first: the counter of a fresh table.
     int folderCounter_ = 0;
+    int entryCount_ = 0;
     int depth_ = 0;
     // The category under which new ones are filed at each depth.
     std::array<int, DeepestLevel + 1> stack_{};

@@ -235,6 +235,33 @@ TEST_F(LibraryFilesTest, ABadLineIsNamedAndLeavesNothingBehind) {
     EXPECT_EQ(Databases(), QStringList());
 }
 
+TEST_F(LibraryFilesTest, AListOfMoreThanTheProgramCanNumberIsRefusedByItsLine) {
+    constexpr int most = 32767;
+    const QString category = "(\"c,  \\BOLT\\BOLT.SLD,\")";
+    const QString entry = "(\"e,  \\BOLT\\HEX.SLD,  \\BOLT\\HEX.TXT\")";
+    for (const QString& line : {category, entry}) {
+        // The first line is the root, which counts among the categories.
+        QStringList lines = {SmallList[0]};
+        while (lines.size() < (line == category ? most : most + 1))
+            lines << line;
+        WriteList(lines + QStringList{line});
+        try {
+            Open();
+            ADD_FAILURE() << "no error";
+        } catch (const RuntimeError& error) {
+            EXPECT_EQ(error.Number(), ErrorNumber::Overflow);
+            EXPECT_EQ(error.File(), folder_.Path("home\\syst\\vlmsymlib.lst"));
+            EXPECT_EQ(error.Line(), lines.size() + 1);
+            EXPECT_TRUE(error.Detail().contains("32767 件")) << error.Detail().toStdString();
+        }
+        EXPECT_EQ(Databases(), QStringList());
+        WriteList(lines);
+        Open();
+        EXPECT_EQ(RootName(state_.LibraryDb), "トルヴィク");
+        DeleteFile(state_.LibraryDb);
+    }
+}
+
 TEST_F(LibraryFilesTest, AnImportThatIsStoppedLeavesNothingBehind) {
     QStringList lines = SmallList;
     for (int i = 0; i < 2000; ++i)
