@@ -16,6 +16,9 @@ namespace velmo {
 
 namespace {
 
+// More than the moves of all files of a library need.
+constexpr qint64 MostBytes = 268'435'456;
+
 // Each line is a list of its own, so that names may hold whatever they like.
 QByteArray Line(const NameChange& change) {
     const QJsonArray texts{change.field, change.oldName, change.newName};
@@ -43,11 +46,11 @@ bool MoveNote::Exists() const {
 }
 
 QByteArray MoveNote::Bytes() const {
-    // A link would make another file the note.
-    const QFileInfo note(path_);
     QFile file(path_);
-    if (!note.isFile() || note.isSymLink() || !file.open(QIODevice::ReadOnly))
-        ThrowCannotOpen(path_);
+    // A link would make another file the note.
+    if (QFileInfo(path_).isSymLink() || !OpenRegularFile(file, QIODevice::ReadOnly) ||
+        file.size() > MostBytes)
+        ThrowCannotOpen(stored_);
     return file.readAll();
 }
 

@@ -180,10 +180,10 @@ void MoveSymbolFiles(const GlobalState& state, const std::vector<ContentRow>& se
 }
 
 void FinishInterruptedMove(const QString& library, const QString& libRoot) {
-    MoveNote note(library);
-    if (!note.Exists())
-        return;
     try {
+        MoveNote note(library);
+        if (!note.Exists())
+            return;
         Database database(library, Database::Access::Write);
         // Whoever is writing the library now may be the one who wrote the note: no waiting for him.
         database.Execute(QStringLiteral("PRAGMA busy_timeout=0"));

@@ -206,10 +206,5 @@ TEST_F(LayoutTest, StoredSplittersOutsideTheWindowAreBroughtBack) {
     EXPECT_GT(Height("VlmTreeView"), 40);
 }
 
-TEST_F(LayoutTest, AStoredSplitterThatIsNoNumberIsToldWithItsKey) {
-    session_.Set("PdfSplitHeight", "thick");
-    ExpectFailedStart({"PdfSplitHeight", "'13'"});
-}
-
 } // namespace
 } // namespace velmo

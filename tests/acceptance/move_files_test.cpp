@@ -175,6 +175,33 @@ TEST_F(MoveFilesTest, AFolderThatLeadsOutOfTheHomeIsNoTarget) {
     EXPECT_FALSE(session_.ExistsInHome("..\\ELSEWHERE\\VALVE.PDF"));
 }
 
+TEST_F(MoveFilesTest, AHomeThatIsReachedByALinkIsFine) {
+    Run().ClickAction("Tbar_Cancel");
+    EXPECT_EQ(End(), 0);
+    const QString way = session_.Home() + "-link";
+    ASSERT_TRUE(QFile::link(session_.Home(), way));
+    session_.Set("VlmHome", way);
+    StartWith("VLM_MAIN");
+    OpenTool(parts_);
+    Run().Click("AllBtn");
+    MoveFilesTo(newFolder_);
+    AwaitToolClosed();
+    EXPECT_THAT(PartEntries(), ElementsAre(R"(5|5|ポンプ|NEW\PUMP.PDF|NEW\PUMP.SLD)",
+                                           R"(6|5|弁|NEW\VALVE.PDF|NEW\VALVE.SLD)"));
+    EXPECT_EQ(HomeFile("NEW\\VALVE.SLD"), QString("VALVE.SLD"));
+}
+
+TEST_F(MoveFilesTest, ANoteThatSomebodyElseWroteReachesNothingOutside) {
+    Run().ClickAction("Tbar_Cancel");
+    EXPECT_EQ(End(), 0);
+    session_.WriteHome("..\\SECRET.PDF.moving", "not ours");
+    session_.WriteHome("velmo2.mdb.move", R"(["PDFFileName","OLD\\GONE.PDF","..\\SECRET.PDF"])"
+                                          "\n");
+    StartWith("VLM_MAIN");
+    EXPECT_EQ(HomeFile("..\\SECRET.PDF.moving"), QString("not ours"));
+    EXPECT_FALSE(session_.ExistsInHome("velmo2.mdb.move"));
+}
+
 // Folders in which the user may not write.
 class MoveWithoutPermissionTest : public MoveFilesTest {
 protected:

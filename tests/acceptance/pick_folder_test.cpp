@@ -142,6 +142,8 @@ TEST_F(PickFolderTest, ShowsTheCategories) {
 TEST_F(PickFolderTest, OkWithoutACategoryGivesTheNumberZero) {
     OpenCategories();
     Close("OkBtn");
+    Run().WaitForMessage();
+    Run().AnswerYes();
     Run().WaitUntilClosed("Vlm_Tool");
     EXPECT_EQ(Entries()[1].left(4), QString("2|0|"));
     EXPECT_THAT(ListedEntries(), ElementsAre("六角ボルト", "記号"));
