@@ -194,7 +194,7 @@ bool LeadsOn(QStringView rest) {
 QString CanonicalFolder(QString native) {
     for (;;) {
         const QFileInfo folder(native.isEmpty() ? QStringLiteral(".") : native);
-        const QString found = folder.canonicalFilePath();
+        QString found = folder.canonicalFilePath();
         if (!found.isEmpty() || folder.fileName() == QStringLiteral("..") || folder.path() == native)
             return found;
         native = folder.path();
