@@ -328,7 +328,7 @@ TEST(SlideFile, TheBeginningOfATooLargeFileIsRead) {
     const QByteArray most = SlideOfSize(LargestSlideFile);
     ASSERT_EQ(most.size(), LargestSlideFile);
     EXPECT_EQ(LoadSlide(folder.Write(QStringLiteral("most.SLD"), most)).damage, std::nullopt);
-    const QByteArray more = SlideOfSize(LargestSlideFile + 100);
+    const QByteArray more = SlideOfSize(LargestSlideFile + 2);
     const Slide slide = LoadSlide(folder.Write(QStringLiteral("more.SLD"), more));
     ASSERT_TRUE(slide.damage);
     EXPECT_EQ(slide.damage->fault, SlideFault::TooLarge);
@@ -359,33 +359,6 @@ TEST(SlideDamage, TellsWhatAndWhere) {
     for (const SlideFault fault : {SlideFault::Unreadable, SlideFault::NoSlide, SlideFault::TooLarge,
                                    SlideFault::MissingEnd, SlideFault::CutShort, SlideFault::UnknownRecord})
         EXPECT_TRUE((SlideDamage{fault, 0}).Detail().startsWith(SlideDamage{fault, 0}.Text()));
-}
-
-// A slide of that many bytes whose last line stands right before its end.
-QByteArray SlideOfSize(qsizetype size) {
-    const QByteArray line = Hex("02 00 02 00 0A 00 02 00");
-    const QByteArray end = Hex("00 FC");
-    QByteArray bytes = SlideHeader() + Hex("00 FB 00 00 05");
-    const QByteArray colour = Hex("01 FF");
-    bytes += colour.repeated((size - bytes.size() - line.size() - end.size()) / colour.size());
-    return bytes + line + end;
-}
-
-TEST(SlideFile, SixteenMebibytesAreReadAndNoByteMore) {
-    constexpr qsizetype most = qsizetype{16} << 20;
-    const TempFolder folder;
-    const auto load = [&folder](qsizetype size) {
-        const QByteArray bytes = SlideOfSize(size);
-        EXPECT_EQ(bytes.size(), size);
-        return LoadSlide(folder.Write(QStringLiteral("LARGE.SLD"), bytes));
-    };
-    const Slide whole = load(most);
-    EXPECT_TRUE(whole.isSlide);
-    EXPECT_FALSE(whole.damage);
-    const Slide endless = load(most + 2);
-    EXPECT_EQ(endless.damage, (SlideDamage{SlideFault::MissingEnd, most}));
-    const Slide cut = load(most + 4);
-    EXPECT_EQ(cut.damage, (SlideDamage{SlideFault::CutShort, most - 6}));
 }
 
 TEST(SlideColour, FollowsTheTable) {
