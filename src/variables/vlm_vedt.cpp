@@ -72,9 +72,12 @@ void VLM_VEDT::ConnectControls() {
         ui_.hint->setText(
             QStringLiteral("「%1」は寸法表にありません。表にある値だけを選べます。").arg(typed));
     });
-    const auto goToRow = guarded([this](int row) { OpenValueEditor(row, ValueList::Unfold::No); });
-    connect(cellEditor_, &CellEditor::LeftForRow, this, goToRow);
-    connect(valueList_, &ValueList::LeftForRow, this, goToRow);
+    connect(cellEditor_, &CellEditor::LeftForRow, this, guarded([this](int row) {
+                if (!entryFailed_)
+                    OpenValueEditor(row, ValueList::Unfold::No);
+            }));
+    connect(valueList_, &ValueList::LeftForRow, this,
+            guarded([this](int row) { OpenValueEditor(row, ValueList::Unfold::No); }));
     connect(ui_.Vedt_OKBtn, &QPushButton::clicked, this, guarded([this](bool) { Confirm(); }));
     connect(ui_.VEdt_CanBtn, &QPushButton::clicked, this, guarded([this](bool) { Cancel(); }));
     connect(ui_.Vedt_TreeBtn, &QPushButton::clicked, this, guarded([this](bool) { BackToTree(); }));

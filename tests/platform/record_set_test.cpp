@@ -8,6 +8,7 @@
 #include <QFile>
 #include <gtest/gtest.h>
 
+#include <limits>
 #include <optional>
 
 namespace velmo {
@@ -45,6 +46,19 @@ TEST_F(RecordSetTest, WalksRowsInTheOrderTheyWereAdded) {
     EXPECT_EQ(Names("T"), (QStringList{"one", "two", "three"}));
     EXPECT_EQ(Names("SELECT * FROM T  WHERE Number=3;"), (QStringList{"one", "two"}));
     EXPECT_EQ(Names("SELECT * FROM T WHERE Number=9"), QStringList());
+}
+
+TEST_F(RecordSetTest, AFileBearsItsMakersNumber) {
+    EXPECT_EQ(database_.Token(), 0);
+    {
+        const Transaction undone(database_);
+        database_.SetToken(5);
+        EXPECT_EQ(database_.Token(), 5);
+    }
+    EXPECT_EQ(database_.Token(), 0) << "what is not committed does not count";
+    database_.SetToken(std::numeric_limits<std::int32_t>::max());
+    EXPECT_EQ(Database(folder_.Path("test.mdb"), Database::Access::Read).Token(),
+              std::numeric_limits<std::int32_t>::max());
 }
 
 TEST_F(RecordSetTest, AnEmptySetHasNoCurrentRow) {

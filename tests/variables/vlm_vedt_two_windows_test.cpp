@@ -84,6 +84,17 @@ TEST_F(VedtTwoWindowsTest, WhatWasBeingTypedIsNotHandedOver) {
     EXPECT_FALSE(symbol.folder.Exists("velmo.ret"));
 }
 
+TEST_F(VedtTwoWindowsTest, TheKeyThatLeavesAnEntryTellsItOnce) {
+    Open();
+    ClickValue(3);
+    Type("9");
+    OpenOther();
+    ExpectTold();
+    Press(Qt::Key_Backtab);
+    ExpectValuesOfDefinition();
+    EXPECT_FALSE(CurEdit()->isVisible());
+}
+
 TEST_F(VedtTwoWindowsTest, ValuesTakenOverBeforeAreHandedOver) {
     Open();
     ClickTable(2);
