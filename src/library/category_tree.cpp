@@ -104,9 +104,11 @@ void CategoryTree::RestoreSelection() {
 bool CategoryTree::Choose(bool systemTree, const std::vector<std::int16_t>& way) {
     // Another program may have added it below a category that was read before.
     if (!OpenWay(systemTree, way)) {
-        Rebuild();
-        if (!OpenWay(systemTree, way))
+        BuildAgain();
+        if (!OpenWay(systemTree, way)) {
+            RestoreSelection();
             return false;
+        }
     }
     const QString key = CategoryKey(systemTree, way.back());
     view_.Select(key);

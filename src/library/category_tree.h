@@ -24,7 +24,7 @@ public:
     void RestoreSelection();
 
     // Opens the way to a category (IDs from the root on) and chooses it as a click does. False when the
-    // libraries have no such category any more; the tree was rebuilt then.
+    // libraries have no such category any more; the tree was built anew then and its selection restored.
     bool Choose(bool systemTree, const std::vector<std::int16_t>& way);
 
     // The names on the way to the selected category.

@@ -141,7 +141,7 @@ TEST_F(PickFolderTest, ShowsTheCategories) {
 
 TEST_F(PickFolderTest, OkWithoutACategoryGivesTheNumberZero) {
     OpenCategories();
-    Close("OkBtn");
+    Run().Click("OkBtn");
     Run().WaitForMessage();
     Run().AnswerYes();
     Run().WaitUntilClosed("Vlm_Tool");
