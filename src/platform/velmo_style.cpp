@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QComboBox>
+#include <QPainter>
 #include <QStyleOptionViewItem>
 #include <QWidget>
 

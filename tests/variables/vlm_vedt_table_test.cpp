@@ -1,6 +1,7 @@
 #include "window_sample.h"
 
 #include <QHeaderView>
+#include <QStatusBar>
 
 namespace velmo {
 namespace {
