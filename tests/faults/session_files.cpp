@@ -99,8 +99,8 @@ QStringList SettingsComplaints(const QString& name, const QByteArray& now, const
     const QMap<QString, QByteArray> nows = SettingsIn(now);
     const QMap<QString, QByteArray> befores = SettingsIn(before);
     const QMap<QString, QByteArray> afters = SettingsIn(after);
-    QMap<QString, QByteArray> all = nows;
-    all.insert(befores);
+    // Who leaves the program in another way than the task does saves other values too.
+    QMap<QString, QByteArray> all = befores;
     all.insert(afters);
     QStringList complaints;
     for (const QString& key : all.keys()) {
