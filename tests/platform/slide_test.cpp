@@ -311,30 +311,34 @@ TEST(SlideFile, AnEmptyFileIsNoSlide) {
               (SlideDamage{SlideFault::NoSlide, 0}));
 }
 
-// A slide of lines whose bytes come to a size, with its end-of-file record in the last two.
+// A slide of that many bytes whose last line stands right before its end.
 QByteArray SlideOfSize(qsizetype size) {
-    QByteArray bytes = SlideHeader();
-    while (bytes.size() + 8 <= size - 2)
-        bytes += Hex("02 00 02 00 0A 00 02 00");
-    while (bytes.size() + 2 <= size - 2)
-        bytes += Hex("01 FF");
-    if (bytes.size() < size - 2)
-        bytes.insert(SlideHeader().size(), Hex("01 FE 01")).chop(2);
-    return bytes + Hex("00 FC");
+    const QByteArray line = Hex("02 00 02 00 0A 00 02 00");
+    const QByteArray end = Hex("00 FC");
+    QByteArray bytes = SlideHeader() + Hex("00 FB 00 00 05");
+    const QByteArray colour = Hex("01 FF");
+    bytes += colour.repeated((size - bytes.size() - line.size() - end.size()) / colour.size());
+    return bytes + line + end;
 }
 
-TEST(SlideFile, TheBeginningOfATooLargeFileIsRead) {
+TEST(SlideFile, SixteenMebibytesAreReadAndNoByteMore) {
+    constexpr qsizetype most = qsizetype{16} << 20;
+    EXPECT_EQ(most, LargestSlideFile);
     const TempFolder folder;
-    const QByteArray most = SlideOfSize(LargestSlideFile);
-    ASSERT_EQ(most.size(), LargestSlideFile);
-    EXPECT_EQ(LoadSlide(folder.Write(QStringLiteral("most.SLD"), most)).damage, std::nullopt);
-    const QByteArray more = SlideOfSize(LargestSlideFile + 2);
-    const Slide slide = LoadSlide(folder.Write(QStringLiteral("more.SLD"), more));
-    ASSERT_TRUE(slide.damage);
-    EXPECT_EQ(slide.damage->fault, SlideFault::TooLarge);
-    EXPECT_GT(slide.drawing.Lines().size(), 2'000'000U);
-    const QByteArray padded = SlideOfSize(1000) + QByteArray(LargestSlideFile, '\0');
-    EXPECT_EQ(LoadSlide(folder.Write(QStringLiteral("padded.SLD"), padded)).damage, std::nullopt)
+    const auto load = [&folder](qsizetype size) {
+        const QByteArray bytes = SlideOfSize(size);
+        EXPECT_EQ(bytes.size(), size);
+        return LoadSlide(folder.Write(QStringLiteral("LARGE.SLD"), bytes));
+    };
+    const Slide whole = load(most);
+    EXPECT_TRUE(whole.isSlide);
+    EXPECT_FALSE(whole.damage);
+    const Slide endless = load(most + 2);
+    EXPECT_EQ(endless.damage, (SlideDamage{SlideFault::TooLarge, most}));
+    const Slide cut = load(most + 4);
+    EXPECT_EQ(cut.damage, (SlideDamage{SlideFault::TooLarge, most - 6}));
+    const QByteArray padded = SlideOfSize(1001) + QByteArray(most, '\0');
+    EXPECT_EQ(LoadSlide(folder.Write(QStringLiteral("PADDED.SLD"), padded)).damage, std::nullopt)
         << "the slide itself is whole";
 }
 
