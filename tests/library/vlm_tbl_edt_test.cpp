@@ -258,8 +258,8 @@ TEST_F(EntryEditorTest, FoldersAndEntriesHaveASizeEach) {
         Vlm_TBlEdt(state, messages_, nullptr).ShowModal();
         return shown;
     };
-    const QSize folderSize(700, 300);
-    const QSize entrySize(800, 400);
+    const QSize folderSize(600, 300);
+    const QSize entrySize(650, 400);
     EXPECT_NE(show(edit_mode::AddFolder, folderSize), folderSize);
     const QSize firstEntrySize = show(edit_mode::AddEntry, entrySize);
     EXPECT_NE(firstEntrySize, folderSize);

@@ -289,14 +289,14 @@ TEST_F(MoveToolTest, ComesBackInTheSizeThatItWasGiven) {
         dialogs_.Expect("Vlm_Tool", use);
         Vlm_Tool(state, messages_, nullptr).ShowModal();
     };
-    QSize larger;
-    show([&larger](QDialog& tool) {
-        larger = tool.size() + QSize(77, 33);
-        tool.resize(larger);
+    QSize given;
+    show([&given](QDialog& tool) {
+        given = tool.size() + QSize(-77, 33);
+        tool.resize(given);
         tool.reject();
     });
-    show([&larger](QDialog& tool) {
-        EXPECT_EQ(tool.size(), larger);
+    show([&given](QDialog& tool) {
+        EXPECT_EQ(tool.size(), given);
         tool.reject();
     });
 }
