@@ -1,5 +1,5 @@
-#include "platform/save_file.h"
 #include "platform/runtime_error.h"
+#include "platform/save_file.h"
 #include "slide_generator/slide_jobs.h"
 #include "slide_generator/slide_picture.h"
 

@@ -48,10 +48,8 @@ public:
 
     // The file is complete on the disk in its new place.
     void Copy(IfThere ifThere) {
-        if (!QFileInfo(from_).isFile())
-            ThrowCannotOpen(source_);
         QFile in(from_);
-        if (!in.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
+        if (!OpenRegularFile(in, QIODevice::ReadOnly | QIODevice::Unbuffered))
             ThrowCannotOpen(source_);
         replaces_ = QFileInfo::exists(to_);
         if (replaces_)
@@ -89,8 +87,7 @@ private:
                 .InFile(destination_);
         // A write-protected file is not to be replaced, even where its folder would let it be.
         QFile old(to_);
-        errno = 0;
-        if (!old.open(QIODevice::ReadWrite | QIODevice::ExistingOnly))
+        if (!OpenRegularFile(old, QIODevice::ReadWrite))
             ThrowCannotWrite(destination_, errno);
     }
 
@@ -259,8 +256,8 @@ bool IsBelow(const QString& path, const QString& root) {
 bool HaveSameBytes(const QString& one, const QString& other) {
     QFile left(NativePath(one));
     QFile right(NativePath(other));
-    if (!QFileInfo(left).isFile() || !QFileInfo(right).isFile() || !left.open(QIODevice::ReadOnly) ||
-        !right.open(QIODevice::ReadOnly) || left.size() != right.size())
+    if (!OpenRegularFile(left, QIODevice::ReadOnly) || !OpenRegularFile(right, QIODevice::ReadOnly) ||
+        left.size() != right.size())
         return false;
     while (!left.atEnd()) {
         const QByteArray bytes = left.read(ChunkBytes);

@@ -1,6 +1,5 @@
 #include "platform/settings_store.h"
 
-#include "platform/numbers.h"
 #include "platform/plain_settings.h"
 #include "platform/runtime_error.h"
 
@@ -43,24 +42,6 @@ SettingsValues& SettingsStore::Values() const {
 QString SettingsStore::Get(const QString& key, const QString& fallback) const {
     const auto pending = pending_.constFind(key);
     return pending != pending_.constEnd() ? *pending : Values().value(key, fallback);
-}
-
-std::int16_t SettingsStore::GetInteger(const QString& key, std::int16_t fallback) const {
-    const QString text = Get(key);
-    try {
-        return text.isEmpty() ? fallback : ToInteger(text);
-    } catch (RuntimeError& error) {
-        throw error.InFile(backend_->Name()).InField(key);
-    }
-}
-
-double SettingsStore::GetNumber(const QString& key, double fallback) const {
-    const QString text = Get(key);
-    try {
-        return text.isEmpty() ? fallback : ToNumber(text);
-    } catch (RuntimeError& error) {
-        throw error.InFile(backend_->Name()).InField(key);
-    }
 }
 
 void SettingsStore::Save(const QString& key, const QString& value) {

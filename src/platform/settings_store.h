@@ -2,7 +2,6 @@
 
 #include "platform/settings_backend.h"
 
-#include <cstdint>
 #include <optional>
 
 namespace velmo {
@@ -20,11 +19,6 @@ public:
     // The stored text, or fallback when there is none. Throws 57 or 75, naming the store, when it cannot be
     // read.
     QString Get(const QString& key, const QString& fallback = {}) const;
-
-    // The stored text as a 16-bit integer or a number; an empty or missing one gives fallback. Throws 13 or
-    // 6, naming file and key, when it is none.
-    std::int16_t GetInteger(const QString& key, std::int16_t fallback) const;
-    double GetNumber(const QString& key, double fallback) const;
 
     // Stores a text. Throws 5 when it holds a line break. What was saved is on disk after the next Flush.
     void Save(const QString& key, const QString& value);

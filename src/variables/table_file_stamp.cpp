@@ -15,7 +15,7 @@ std::optional<QByteArray> HashOf(const QString& path) {
     QFile file(NativePath(path));
     // Against accidents, not against forgers.
     QCryptographicHash hash(QCryptographicHash::Sha1);
-    if (!file.open(QIODevice::ReadOnly) || !hash.addData(&file))
+    if (!OpenRegularFile(file, QIODevice::ReadOnly) || !hash.addData(&file))
         return QByteArray();
     return hash.result();
 }

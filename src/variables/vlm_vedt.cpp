@@ -143,6 +143,9 @@ void VLM_VEDT::ShowHint() {
         ui_.hint->setText(QStringLiteral("列の見出しか行番号を右クリックすると、列や行を変えられます。"));
     else if (variables_.IsMessage() || IsTableEditing())
         ui_.hint->clear();
+    else if (!table_.whole)
+        ui_.hint->setText(QStringLiteral("寸法表のファイルに読めない部分があります: ") +
+                          DimensionTablePath(state_.SymbolFile));
     else if (table_.rows > 0)
         ui_.hint->setText(
             QStringLiteral("寸法表の行を選ぶと値が入ります。値は「現在の値」をクリックして変えられます。"));

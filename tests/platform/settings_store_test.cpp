@@ -92,26 +92,6 @@ TEST(SettingsStore, WhatOthersSavedMeanwhileStays) {
     EXPECT_TRUE(file.contains("B=2\n")) << file.constData();
 }
 
-TEST(SettingsStore, ReadsNumbersAndNamesWhatIsNone) {
-    const TempFolder folder;
-    folder.Write("Velmo2.ini", "[Settings]\nA= 12 \nB=abc\nC=\nD=99999\nE=12.5\n");
-    const SettingsStore store(Ini(folder));
-    EXPECT_EQ(store.GetInteger("A", 1), 12);
-    EXPECT_EQ(store.GetInteger("C", 7), 7);
-    EXPECT_EQ(store.GetInteger("None", 7), 7);
-    EXPECT_EQ(store.GetNumber("E", 0), 12.5);
-    for (const char* key : {"B", "D"}) {
-        try {
-            store.GetInteger(key, 1);
-            ADD_FAILURE() << key;
-        } catch (const RuntimeError& error) {
-            EXPECT_EQ(error.Field(), key);
-            EXPECT_EQ(error.File(), Ini(folder));
-        }
-    }
-    EXPECT_THROW(store.GetNumber("B", 0), RuntimeError);
-}
-
 TEST(SettingsStore, ALineBreakIsRefused) {
     const TempFolder folder;
     SettingsStore store(Ini(folder));

@@ -1,3 +1,4 @@
+#include "platform/elided_label.h"
 #include "platform/window_places.h"
 #include "startup/settings_keys.h"
 #include "support/failing_disk.h"
@@ -5,6 +6,7 @@
 
 #include <QHeaderView>
 #include <QSplitter>
+#include <QStatusBar>
 
 #ifdef Q_OS_LINUX
 #include "support/other_user.h"
@@ -44,6 +46,19 @@ TEST_F(VedtOpeningTest, CaptionAndHeadersTellTheMode) {
     EXPECT_EQ(window->windowTitle(), QStringLiteral("Velmo テーブル編集"));
     EXPECT_EQ(Header(Variables(), 0), QStringLiteral("変 数 名"));
     EXPECT_EQ(Header(Variables(), 1), QStringLiteral("名  前"));
+}
+
+TEST_F(VedtOpeningTest, ATableThatCannotBeReadInFullIsToldInTheStatusLine) {
+    const auto hint = [this] { return window->statusBar()->findChild<ElidedLabel*>()->text(); };
+    const QString path = symbol.folder.Path("S1.PMN");
+    WriteRows();
+    Open();
+    EXPECT_FALSE(hint().contains(path));
+    const QByteArray table = symbol.folder.Read("S1.PMN");
+    symbol.folder.Write("S1.PMN", table.chopped(20));
+    Open();
+    EXPECT_EQ(hint(), QStringLiteral("寸法表のファイルに読めない部分があります: ") + path);
+    EXPECT_EQ(Table()->model()->rowCount(), 2);
 }
 
 TEST_F(VedtOpeningTest, TheVariableGridHasItsPlaceInEveryMode) {
