@@ -79,8 +79,7 @@ void MakeSystemLibrary(const GlobalState& state, SettingsStore& settings, const 
     const QString path = SystemLibraryPath(state);
     const QString listFile = state.HomeDir + QStringLiteral("syst\\vlmsymlib.lst");
     MakeLibrary({path, wanted, [&](Database& library) { ImportListFile(library, listFile, callbacks); },
-                 callbacks.wait});
-    RecordPath(settings, keys::VelmoDB, path);
+                 callbacks.wait, [&] { RecordPath(settings, keys::VelmoDB, path); }});
 }
 
 void AddRoot(Database& library, const QString& name) {
@@ -97,8 +96,8 @@ void AddRoot(Database& library, const QString& name) {
 void MakeUserLibrary(const GlobalState& state, SettingsStore& settings, const LibraryCallbacks& callbacks,
                      const std::function<Making()>& wanted) {
     const QString path = UserLibraryPath(state);
-    MakeLibrary({path, wanted, [](Database& library) { AddRoot(library, UserRootName); }, callbacks.wait});
-    RecordPath(settings, keys::UsrDB, path);
+    MakeLibrary({path, wanted, [](Database& library) { AddRoot(library, UserRootName); }, callbacks.wait,
+                 [&] { RecordPath(settings, keys::UsrDB, path); }});
 }
 
 // The first category becomes the root again, wherever it was; where it is gone, it is added.

@@ -80,8 +80,10 @@ std::unique_ptr<WorkFile> HoldMaking(const LibraryOrder& order) {
 void MakeLibrary(const LibraryOrder& order) {
     const std::unique_ptr<WorkFile> held = HoldMaking(order);
     const Making making = order.wanted();
-    if (making == Making::Nothing)
+    if (making == Making::Nothing) {
+        order.announce();
         return;
+    }
     const QString& path = order.path;
     DeleteWorkFiles(path);
     const auto leaveNothing = qScopeGuard([&path] { TryDeleteWorkFiles(path); });
@@ -92,6 +94,7 @@ void MakeLibrary(const LibraryOrder& order) {
         order.fill(database);
         transaction.Commit();
     }
+    order.announce();
     // A journal of an old database would be played into the new one.
     if (making == Making::Replacement || !FileExists(path))
         DeleteJournals(path);

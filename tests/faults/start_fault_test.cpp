@@ -24,8 +24,6 @@ TEST_P(StartFaultTest, TheSystemLibrary) {
 
 TEST_P(StartFaultTest, BothLibraries) {
     session_.Set("VlmMode", "3");
-    // Where the library is was told when it was made before.
-    session_.Set("UsrDB", session_.HomeDir() + "VelmoUsr.mdb");
     session_.WriteExchangeLines("velmo.ret2", {"NO SELECT", "VELMO"});
     Try({[this] {
         StartWith("VLM_MAIN");
