@@ -129,13 +129,19 @@ void DeleteFile(const QString& stored) {
 }
 
 void DeleteFileIfAny(const QString& stored) {
-    if (FileExists(stored))
-        DeleteFile(stored);
+    // Another program may be quicker.
+    if (FileExists(stored) && !QFile::remove(NativePath(stored)) && FileExists(stored))
+        throw RuntimeError(ErrorNumber::PermissionDenied).InFile(stored);
 }
 
 void RenameOver(const QString& from, const QString& to) {
     if (Rename(NativePath(from), NativePath(to)))
         throw RuntimeError(ErrorNumber::PathFileAccess).InFile(to);
+}
+
+QString FollowLink(const QString& native) {
+    const QFileInfo info(native);
+    return info.isSymLink() && info.exists() ? info.canonicalFilePath() : native;
 }
 
 bool OpenRegularFile(QFile& file, QIODevice::OpenMode mode) {

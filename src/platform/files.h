@@ -55,6 +55,10 @@ void RenameOver(const QString& from, const QString& to);
 // The file (stored path) could not be written: the error that says why. systemError: errno after the failure.
 [[noreturn]] void ThrowCannotWrite(const QString& stored, int systemError);
 
+// What a symbolic link (the operating system's path) leads to; other paths, and links to nothing, are
+// themselves.
+QString FollowLink(const QString& native);
+
 // Opens an existing regular file (its name is the operating system's). Folders, pipes and devices are refused
 // without waiting for them. False, with the reason in errno, when it cannot be opened.
 bool OpenRegularFile(QFile& file, QIODevice::OpenMode mode);

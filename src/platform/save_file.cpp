@@ -3,9 +3,7 @@
 #include "platform/files.h"
 #include "platform/runtime_error.h"
 
-#include <QElapsedTimer>
 #include <QFileInfo>
-#include <QThread>
 
 #include <cerrno>
 #include <filesystem>
@@ -15,14 +13,6 @@
 namespace velmo {
 
 namespace {
-
-constexpr unsigned long PauseMilliseconds = 20;
-
-// What a symbolic link leads to; other paths, and links to nothing, are themselves.
-QString FollowLink(const QString& path) {
-    const QFileInfo info(path);
-    return info.isSymLink() && info.exists() ? info.canonicalFilePath() : path;
-}
 
 // The old content of a file that is replaced together with others, to be put back when one of them fails. It
 // is on the disk before the first of them changes.
@@ -59,23 +49,15 @@ private:
 SaveFile::SaveFile(const QString& stored, std::chrono::milliseconds patience)
     : stored_(stored), target_(FollowLink(NativePath(stored))) {
     RequireReplaceable();
-    QElapsedTimer waited;
-    waited.start();
-    for (;;) {
-        Open(target_ + QStringLiteral(".new"));
-        const int obstacle = errno;
-        if (IsOpen())
-            return;
-        if (obstacle != EWOULDBLOCK || waited.hasExpired(patience.count()))
-            ThrowCannotWrite(stored_, obstacle);
-        QThread::msleep(PauseMilliseconds);
-    }
+    Take(TakeWorkFile(target_ + QStringLiteral(".new"), patience));
+    if (!IsOpen())
+        ThrowCannotWrite(stored_, errno);
 }
 
 SaveFile::SaveFile(const QString& stored, const QString& work)
     : stored_(stored), target_(FollowLink(NativePath(stored))) {
     RequireReplaceable();
-    Open(NativePath(work));
+    Take(std::make_unique<WorkFile>(NativePath(work)));
 }
 
 // Even where its folder would let it be, a write-protected file is not to be replaced, nor is a pipe or
@@ -86,11 +68,12 @@ void SaveFile::RequireReplaceable() const {
         ThrowCannotWrite(stored_, errno);
 }
 
-void SaveFile::Open(const QString& work) {
-    work_.emplace(work);
-    if (!work_->IsOpen())
-        return;
-    work_->TakePermissions(target_);
+void SaveFile::Take(std::unique_ptr<WorkFile> work) {
+    const int obstacle = errno;
+    work_ = std::move(work);
+    if (IsOpen())
+        work_->TakePermissions(target_);
+    errno = obstacle;
 }
 
 void SaveFile::Write(const QByteArray& bytes) {

@@ -6,13 +6,10 @@
 #include <QString>
 
 #include <chrono>
-#include <optional>
+#include <memory>
 #include <vector>
 
 namespace velmo {
-
-// How long one waits for another program that is writing the same file.
-inline constexpr std::chrono::milliseconds WritingPatience{3000};
 
 // A file (stored path) whose new content is written beside it and takes its place in one step. As long as the
 // work file lives, no other program can write the same file this way. Without Commit the old file stays as it
@@ -38,12 +35,12 @@ public:
 
 private:
     void RequireReplaceable() const;
-    void Open(const QString& work);
+    void Take(std::unique_ptr<WorkFile> work);
 
     QString stored_;
     // The operating system's path, of what a link leads to.
     QString target_;
-    std::optional<WorkFile> work_;
+    std::unique_ptr<WorkFile> work_;
     QByteArray bytes_;
     bool placed_ = false;
 };

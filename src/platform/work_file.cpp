@@ -1,12 +1,15 @@
 #include "platform/work_file.h"
 
 #include <QDateTime>
+#include <QElapsedTimer>
 #include <QFileInfo>
+#include <QThread>
+
+#include <cerrno>
 
 #ifdef Q_OS_WIN
 #include <io.h>
 #else
-#include <cerrno>
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
@@ -167,6 +170,21 @@ bool WorkFile::Finish() {
 bool WorkFile::Renamed(const QString& name) {
     mine_ = false;
     return SyncFolder(QFileInfo(name).path());
+}
+
+std::unique_ptr<WorkFile> TakeWorkFile(const QString& path, std::chrono::milliseconds patience) {
+    constexpr unsigned long pause = 20; // Milliseconds.
+    QElapsedTimer waited;
+    waited.start();
+    for (;;) {
+        auto work = std::make_unique<WorkFile>(path);
+        const int obstacle = errno;
+        if (work->IsOpen() || obstacle != EWOULDBLOCK || waited.hasExpired(patience.count())) {
+            errno = obstacle;
+            return work;
+        }
+        QThread::msleep(pause);
+    }
 }
 
 } // namespace velmo

@@ -3,6 +3,9 @@
 #include <QByteArrayView>
 #include <QFile>
 
+#include <chrono>
+#include <memory>
+
 namespace velmo {
 
 // A file that is written and finished under a name of its own before it takes the place of another. As long
@@ -34,5 +37,12 @@ private:
     QFile file_;
     bool mine_ = false;
 };
+
+// How long one waits for another program that is writing the same file.
+inline constexpr std::chrono::milliseconds WritingPatience{3000};
+
+// A work file that another program may be holding, which is waited for. When it is not open in the end, errno
+// tells why: EWOULDBLOCK when it is still held.
+std::unique_ptr<WorkFile> TakeWorkFile(const QString& path, std::chrono::milliseconds patience);
 
 } // namespace velmo

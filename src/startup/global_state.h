@@ -59,6 +59,8 @@ struct GlobalState {
     std::int16_t TableLast = 1;
     // The variable window handed a selection back.
     bool Confirmed = false;
+    // A distance is to be measured for the answer that was given last (run mode 3, where the browser stays).
+    bool MeasureAsked = false;
     // The sizes that the user gave to dialogs, by their names, as long as the program runs.
     QHash<QString, QSize> DialogSizes;
 };

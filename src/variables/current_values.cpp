@@ -28,15 +28,22 @@ bool SameNumber(const QString& left, const QString& right) {
     return ToNumber(left) == ToNumber(right);
 }
 
-// The row of the variable that a name means: the one of exactly that name, or else the first that compares
-// equal; 0 for none. The comment row is no variable, whatever its name.
-int RowOfVariableNamed(Database& database, const QString& name) {
-    int alike = 0;
+// The variable that a column's name means.
+struct NamedVariable {
+    // 0 for none.
+    int row = 0;
+    bool isExact = false;
+};
+
+// The variable of exactly that name, or else the first that compares equal. The comment row is no variable,
+// whatever its name.
+NamedVariable FindVariableNamed(Database& database, const QString& name) {
+    NamedVariable alike;
     for (RecordSet named = SelectVariablesNamed(database, name); !named.Eof(); named.MoveNext()) {
         const int row = named.Integer(u"ValNum");
         if (row > 0 && named.Text(u"ValName") == name)
-            return row;
-        alike = alike > 0 ? alike : row;
+            return {row, true};
+        alike.row = alike.row > 0 ? alike.row : row;
     }
     return alike;
 }
@@ -71,13 +78,17 @@ void Make(const Changes& changes, GridCells& variables) {
 
 void CopyTableRow(const ValueGrids& grids) {
     Database database = grids.work.Open(Database::Access::Read);
-    Changes changes;
+    // What is exactly named goes last, and so over what is only alike.
+    Changes alike;
+    Changes exact;
     for (int column = 1; column < grids.table.Cols(); ++column) {
-        const QString name = TrimBlanks(grids.table.Text(0, column)).toString();
-        if (const int row = RowOfVariableNamed(database, name))
-            changes.emplace_back(row, grids.table.Text(grids.tableRow, column));
+        const NamedVariable named =
+            FindVariableNamed(database, TrimBlanks(grids.table.Text(0, column)).toString());
+        if (named.row > 0)
+            (named.isExact ? exact : alike).emplace_back(named.row, grids.table.Text(grids.tableRow, column));
     }
-    Make(changes, grids.variables);
+    Make(alike, grids.variables);
+    Make(exact, grids.variables);
 }
 
 QStringList AllowedValues(const ValueGrids& grids, int variableRow) {

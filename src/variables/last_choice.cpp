@@ -27,15 +27,17 @@ bool RestoreValues(const GlobalState& state, const SettingsStore& settings, Grid
     return restored;
 }
 
-// The row that was measured, or 1 when there is no such row.
-int RestoreMeasured(const SettingsStore& settings, GridCells& grid) {
+// The measured distance goes into its row; where there is no such row, nothing does.
+void RestoreMeasured(const SettingsStore& settings, GridCells& grid, LastChoice& choice) {
     const int row = ToIntegerOr(settings.Get(keys::DistNo), 1);
     if (row < 1 || row >= grid.Rows())
-        return 1;
+        return;
+    choice.variableRow = row;
     const QString distance = settings.Get(keys::VlmDist, QStringLiteral("0"));
-    if (ToNumberOr(distance, 0) > 0)
-        grid.SetText(row, 1, distance);
-    return row;
+    if (ToNumberOr(distance, 0) <= 0)
+        return;
+    grid.SetText(row, 1, distance);
+    choice.valuesRestored = true;
 }
 
 } // namespace
@@ -50,7 +52,7 @@ LastChoice RestoreLastChoice(const GlobalState& state, const SettingsStore& sett
     if ((measured || state.RunMode == run_mode::VariableInput) && ValuesBelongTo(state, settings))
         choice.valuesRestored = RestoreValues(state, settings, variableGrid);
     if (measured)
-        choice.variableRow = RestoreMeasured(settings, variableGrid);
+        RestoreMeasured(settings, variableGrid, choice);
     return choice;
 }
 
@@ -59,6 +61,13 @@ void SaveCurrentValues(const GlobalState& state, SettingsStore& settings, const 
     settings.Save(keys::VariableValuesOf(state.UserLibrary), names ? QString() : state.SymbolFile);
     for (int row = 1; row < variableGrid.Rows(); ++row)
         settings.Save(keys::VariableValue(state.UserLibrary, row), variableGrid.Text(row, 1));
+    // What a symbol of more variables left is none of this one's.
+    for (int row = qMax(1, variableGrid.Rows());; ++row) {
+        const QString key = keys::VariableValue(state.UserLibrary, row);
+        if (settings.Get(key).isEmpty())
+            return;
+        settings.Save(key, QString());
+    }
 }
 
 void SaveLastChoice(const GlobalState& state, SettingsStore& settings) {

@@ -1,6 +1,7 @@
 #include "variables/table_file.h"
 
 #include "platform/code_page.h"
+#include "platform/files.h"
 #include "platform/runtime_error.h"
 #include "platform/save_file.h"
 #include "variables/dimension_table.h"
@@ -143,6 +144,12 @@ private:
     QByteArray bytes_;
 };
 
+// The work file of a table that is reached by a link.
+QString WorkFileOf(const QString& table) {
+    const bool usual = table.endsWith(QStringLiteral(".PMN"), Qt::CaseInsensitive);
+    return (usual ? table.chopped(4) : table) + QStringLiteral(".TMP");
+}
+
 } // namespace
 
 bool SaveDimensionTable(const GlobalState& state, const WorkDatabase& work, const GridCells& cells,
@@ -159,7 +166,10 @@ bool SaveDimensionTable(const GlobalState& state, const WorkDatabase& work, cons
     } catch (RuntimeError& error) {
         throw error.InFile(path);
     }
-    SaveFile file(path, workFile);
+    // Whoever saves the same table by another link to it must meet the same work file.
+    const QString table = FollowLink(NativePath(path));
+    const bool isLink = table != NativePath(path);
+    SaveFile file(path, isLink ? WorkFileOf(table) : workFile);
     if (!file.IsOpen()) {
         inform(QStringLiteral("作業ファイルが作成できません"));
         return false;

@@ -176,6 +176,8 @@ void VLM_VEDT::ShowChosenRow() {
 }
 
 void VLM_VEDT::ChooseTableRow(int row) {
+    if (variables_.IsMessage())
+        ShowChosenRow();
     if (table_.rows == 0 || variables_.IsMessage())
         return;
     SettleEditors();
@@ -329,9 +331,13 @@ void VLM_VEDT::Confirm() {
     const bool savesTable = editing_ && editing_->IsChanged();
     if (savesTable && !editing_->CheckCharacters())
         return;
+    // What was to be measured was another answer's.
+    if (state_.MeasureAsked)
+        settings_.Save(keys::VlmMode, state_.RunMode);
     if (!savesTable)
         SaveLastChoice(state_, settings_);
     GiveAnswer();
+    state_.MeasureAsked = false;
     if (savesTable) {
         if (!editing_->Save())
             return;
@@ -352,6 +358,7 @@ void VLM_VEDT::Measure() {
     settings_.Save(keys::DistNo, variables_.IsMessage() ? 0 : qMax(1, ui_.Vedt_NowFGrid->Row()));
     SaveLastChoice(state_, settings_);
     GiveAnswer();
+    state_.MeasureAsked = true;
     state_.Confirmed = true;
     Leave();
 }

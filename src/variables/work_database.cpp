@@ -2,6 +2,7 @@
 
 #include "platform/files.h"
 #include "platform/runtime_error.h"
+#include "platform/work_file.h"
 
 #include <QRandomGenerator>
 
@@ -25,6 +26,9 @@ Database Scratch(Database database) {
 WorkDatabase::WorkDatabase(const QString& folder) : path_(folder + QStringLiteral("VELMONOW.mdb")) {}
 
 void WorkDatabase::CreateWorkDatabase(const Inform& inform) {
+    // Windows that open at the same moment make theirs one after the other; the last one's stays.
+    const std::unique_ptr<WorkFile> alone =
+        TakeWorkFile(NativePath(path_) + QStringLiteral(".making"), WritingPatience);
     DeleteFileIfAny(path_);
     token_ = 0;
     Database database = Scratch(Database::Create(path_, Database::Collation::Japanese));
@@ -62,8 +66,14 @@ void WorkDatabase::RequireOwn() const {
 }
 
 void WorkDatabase::DeleteIfOwn() const {
-    if (FileExists(path_) && IsOwn(Database(path_, Database::Access::Read)))
-        DeleteFileIfAny(path_);
+    try {
+        if (!FileExists(path_) || !IsOwn(Database(path_, Database::Access::Read)))
+            return;
+    } catch (const RuntimeError&) {
+        // What cannot be read is not the one that was made here.
+        return;
+    }
+    DeleteFileIfAny(path_);
 }
 
 RecordSet SelectVariables(Database& database) {
