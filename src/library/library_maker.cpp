@@ -68,7 +68,7 @@ std::unique_ptr<WorkFile> HoldMaking(const LibraryOrder& order) {
         if (!IsHeldByAnother(errno))
             throw RuntimeError(QFileInfo(held->Path()).dir().exists() ? ErrorNumber::PathFileAccess
                                                                       : ErrorNumber::PathNotFound)
-                .InFile(order.path);
+                .InFile(QFileInfo::exists(held->Path()) ? held->Path() : order.path);
         if (waited.elapsed() >= LongWait && order.wait && !order.wait())
             throw ImportCancelled();
         QThread::msleep(Pause);

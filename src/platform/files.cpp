@@ -173,14 +173,18 @@ QByteArray ReadWholeFile(const QString& stored, qint64 most) {
     QFile file(NativePath(stored));
     if (stored.isEmpty() || !OpenRegularFile(file, QIODevice::ReadOnly))
         ThrowCannotOpen(stored);
+    return ReadRest(file, stored, most);
+}
+
+QByteArray ReadRest(QFile& file, const QString& name, qint64 most) {
     if (file.size() > most)
         throw RuntimeError(ErrorNumber::PathFileAccess,
                            QStringLiteral("ファイルが大きすぎます (%1 バイトまで)。")
                                .arg(QLocale(QLocale::Japanese).toString(most)))
-            .InFile(stored);
+            .InFile(name);
     QByteArray bytes = file.read(file.size());
     if (file.error() != QFileDevice::NoError)
-        throw RuntimeError(ErrorNumber::DeviceIo).InFile(stored);
+        throw RuntimeError(ErrorNumber::DeviceIo).InFile(name);
     return bytes;
 }
 

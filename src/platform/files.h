@@ -67,6 +67,10 @@ bool OpenRegularFile(QFile& file, QIODevice::OpenMode mode);
 // regular file or has more bytes than most.
 QByteArray ReadWholeFile(const QString& stored, qint64 most);
 
+// What is left to read of an open file; name names it in errors. Throws 57 when reading fails, 75 when it has
+// more bytes than most.
+QByteArray ReadRest(QFile& file, const QString& name, qint64 most);
+
 // Opens failed: the error that says why the file could not be opened for reading.
 [[noreturn]] void ThrowCannotOpen(const QString& stored);
 

@@ -76,7 +76,7 @@ QByteArray Written(const QString& key, const QString& value) {
 // The changed file, finished beside the old one.
 class PlainChange : public SettingsChange {
 public:
-    explicit PlainChange(const QString& path) : file_(path) {}
+    explicit PlainChange(const QString& path) : file_(NativeFile{path}) {}
 
     void Write(const QByteArray& bytes) { file_.Write(bytes); }
     void Commit() override { file_.Commit(); }
@@ -140,8 +140,9 @@ QByteArray WithPlainSettings(const QByteArray& file, const SettingsValues& chang
 QByteArray PlainSettings::Bytes() const {
     QFile file(path_);
     if (OpenRegularFile(file, QIODevice::ReadOnly))
-        return ReadWholeFile(path_, LargestFile);
-    if (errno == ENOENT)
+        return ReadRest(file, path_, LargestFile);
+    // A link that leads nowhere, as to a disk that is not there, does not mean that there are no settings.
+    if (errno == ENOENT && !QFileInfo(path_).isSymLink())
         return {};
     if (QFileInfo::exists(path_))
         ThrowCannotOpen(path_);

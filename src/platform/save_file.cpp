@@ -7,12 +7,13 @@
 
 #include <cerrno>
 #include <filesystem>
-#include <limits>
 #include <memory>
 
 namespace velmo {
 
 namespace {
+
+constexpr qint64 LargestKept = 16'777'216;
 
 // The old content of a file that is replaced together with others, to be put back when one of them fails. It
 // is on the disk before the first of them changes.
@@ -21,18 +22,22 @@ public:
     explicit FormerContent(const QString& stored) : stored_(stored) {
         if (!FileExists(stored))
             return;
-        const QString work = stored + QStringLiteral(".old");
+        // What is so large is no answer of ours, and not worth the time and room.
+        isKept_ = QFileInfo(NativePath(stored)).size() <= LargestKept;
+        if (!isKept_)
+            return;
+        const QString work = stored + QStringLiteral(".velmo-old");
         save_ = std::make_unique<SaveFile>(stored, work);
         if (!save_->IsOpen())
             ThrowCannotWrite(work, errno);
-        save_->Write(ReadWholeFile(stored, std::numeric_limits<qint64>::max()));
+        save_->Write(ReadWholeFile(stored, LargestKept));
     }
 
     void TryPutBack() {
         try {
             if (save_)
                 save_->Commit();
-            else
+            else if (isKept_)
                 DeleteFileIfAny(stored_);
         } catch (const RuntimeError&) {
             // The failure that made this necessary says more than this one.
@@ -41,6 +46,7 @@ public:
 
 private:
     QString stored_;
+    bool isKept_ = true;
     std::unique_ptr<SaveFile> save_;
 };
 
@@ -48,10 +54,23 @@ private:
 
 SaveFile::SaveFile(const QString& stored, std::chrono::milliseconds patience)
     : stored_(stored), target_(FollowLink(NativePath(stored))) {
+    TakeOwn(patience);
+}
+
+SaveFile::SaveFile(const NativeFile& file, std::chrono::milliseconds patience)
+    : stored_(file.path), target_(FollowLink(file.path)) {
+    TakeOwn(patience);
+}
+
+void SaveFile::TakeOwn(std::chrono::milliseconds patience) {
     RequireReplaceable();
-    Take(TakeWorkFile(target_ + QStringLiteral(".new"), patience));
-    if (!IsOpen())
-        ThrowCannotWrite(stored_, errno);
+    const QString work = target_ + QStringLiteral(".velmo-new");
+    Take(TakeWorkFile(work, patience));
+    if (IsOpen())
+        return;
+    // Whatever stands in the work file's place is what the user must look at.
+    const int obstacle = errno;
+    ThrowCannotWrite(obstacle != EWOULDBLOCK && QFileInfo::exists(work) ? work : stored_, obstacle);
 }
 
 SaveFile::SaveFile(const QString& stored, const QString& work)

@@ -11,6 +11,11 @@
 
 namespace velmo {
 
+// A path of the operating system.
+struct NativeFile {
+    QString path;
+};
+
 // A file (stored path) whose new content is written beside it and takes its place in one step. As long as the
 // work file lives, no other program can write the same file this way. Without Commit the old file stays as it
 // was and the work file goes. The permissions of the old file stay, and what is a symbolic link still is one.
@@ -19,6 +24,8 @@ public:
     // Takes a work file of its own naming, which it waits for. Throws 76 when the folder is missing, 61 when
     // the disk is full, 57, 70 or 75 when the file cannot be written.
     explicit SaveFile(const QString& stored, std::chrono::milliseconds patience = WritingPatience);
+    // The same for a path of the operating system, taken as it is.
+    explicit SaveFile(const NativeFile& file, std::chrono::milliseconds patience = WritingPatience);
     // By way of a work file (stored path) in the same folder; one that a killed run left is overwritten. It
     // is not open when that cannot be created, or when another program is writing it. Throws as above when
     // the file is not to be replaced.
@@ -34,6 +41,7 @@ public:
     bool IsPlaced() const { return placed_; }
 
 private:
+    void TakeOwn(std::chrono::milliseconds patience);
     void RequireReplaceable() const;
     void Take(std::unique_ptr<WorkFile> work);
 

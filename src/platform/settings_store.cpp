@@ -45,8 +45,11 @@ QString SettingsStore::Get(const QString& key, const QString& fallback) const {
 }
 
 void SettingsStore::Save(const QString& key, const QString& value) {
-    if (value.contains(u'\n') || value.contains(u'\r'))
+    if (value.contains(u'\n') || value.contains(u'\r')) {
+        // What was saved with it belongs to the same action, which fails.
+        pending_.clear();
         throw RuntimeError(ErrorNumber::InvalidArgument).InFile(backend_->Name()).InField(key);
+    }
     pending_.insert(key, value);
 }
 

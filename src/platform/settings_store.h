@@ -20,7 +20,8 @@ public:
     // read.
     QString Get(const QString& key, const QString& fallback = {}) const;
 
-    // Stores a text. Throws 5 when it holds a line break. What was saved is on disk after the next Flush.
+    // Stores a text, which is on disk after the next Flush. Throws 5 when it holds a line break; what was
+    // saved since the last Flush is forgotten then.
     void Save(const QString& key, const QString& value);
     void Save(const QString& key, int value) { Save(key, QString::number(value)); }
 

@@ -13,7 +13,8 @@ constexpr qsizetype ChunkBytes = 65'536;
 
 } // namespace
 
-TextReader::TextReader(const QString& path) : path_(path), file_(NativePath(path)) {
+TextReader::TextReader(const QString& path, qsizetype longestLine)
+    : path_(path), longestLine_(longestLine), file_(NativePath(path)) {
     if (path.isEmpty() || !OpenRegularFile(file_, QIODevice::ReadOnly | QIODevice::Unbuffered))
         ThrowCannotOpen(path);
 }
@@ -41,7 +42,7 @@ bool TextReader::AtEnd() {
 
 void TextReader::ThrowTooLong() const {
     throw RuntimeError(ErrorNumber::Overflow, QStringLiteral("1 行が長すぎます (%1 バイトまで)。")
-                                                  .arg(QLocale(QLocale::Japanese).toString(LongestLine)))
+                                                  .arg(QLocale(QLocale::Japanese).toString(longestLine_)))
         .InFile(path_)
         .AtLine(lineNumber_ + 1);
 }
@@ -58,7 +59,7 @@ QByteArrayView TextReader::ReadBytes() {
         while (at_ + length < buffer_.size() && buffer_[at_ + length] != '\r' &&
                buffer_[at_ + length] != '\n')
             ++length;
-        if (length > LongestLine)
+        if (length > longestLine_)
             ThrowTooLong();
         const bool complete = at_ + length + 1 < buffer_.size() ||
                               (at_ + length < buffer_.size() && buffer_[at_ + length] == '\n');

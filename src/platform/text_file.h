@@ -14,11 +14,11 @@ inline constexpr qsizetype LongestLine = 1'048'576;
 class TextReader {
 public:
     // path is a stored path. Throws 53, 75 or 76 when the file cannot be opened or is no regular file.
-    explicit TextReader(const QString& path);
+    explicit TextReader(const QString& path, qsizetype longestLine = LongestLine);
 
     bool AtEnd();
     // The next line without its line break. Throws 62 at the end of the file, 57 when reading fails, 6 when
-    // the line is longer than LongestLine.
+    // the line is longer than the longest.
     QString ReadLine();
     // The bytes of the next line instead, good until the reader is used again.
     QByteArrayView ReadBytes();
@@ -34,6 +34,7 @@ private:
     [[noreturn]] void ThrowTooLong() const;
 
     QString path_;
+    qsizetype longestLine_;
     QFile file_;
     QByteArray buffer_;
     qsizetype at_ = 0;

@@ -83,11 +83,34 @@ int OpenLocked(const char* path) {
     return -1;
 }
 
+// Whether a file of somebody else that may only be read is no longer written by anybody. Otherwise errno
+// tells why not.
+bool IsAbandoned(const char* path) {
+    const int handle = ::open(path, O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
+    if (handle < 0)
+        return false;
+    struct stat opened {};
+    int obstacle = ::fstat(handle, &opened) == 0 ? 0 : errno;
+    if (obstacle == 0 && !S_ISREG(opened.st_mode))
+        obstacle = EACCES;
+    if (obstacle == 0 && ::flock(handle, LOCK_EX | LOCK_NB) != 0)
+        obstacle = errno;
+    ::close(handle);
+    errno = obstacle;
+    return obstacle == 0;
+}
+
+// What is a link, or a file that goes by another name too, or one that somebody left who was killed, makes
+// room for a file of our own.
+bool MakesRoom(const char* path) {
+    const bool isOther = errno == ELOOP || errno == EMLINK || (errno == EACCES && IsAbandoned(path));
+    return isOther && ::unlink(path) == 0;
+}
+
 bool OpenAlone(QFile& file) {
     const QByteArray path = QFile::encodeName(file.fileName());
     int handle = OpenLocked(path.constData());
-    // What is a link, or a file that goes by another name too, makes room for a file of our own.
-    if (handle < 0 && (errno == ELOOP || errno == EMLINK) && ::unlink(path.constData()) == 0)
+    if (handle < 0 && MakesRoom(path.constData()))
         handle = OpenLocked(path.constData());
     return handle >= 0 &&
            file.open(handle, QIODevice::WriteOnly | QIODevice::Unbuffered, QFileDevice::AutoCloseHandle);

@@ -6,6 +6,7 @@
 #include "platform/text_file.h"
 #include "variables/row_groups.h"
 
+#include <limits>
 #include <optional>
 
 namespace velmo {
@@ -13,6 +14,9 @@ namespace velmo {
 namespace {
 
 constexpr int RowsBetweenProgress = 1000;
+
+// Bytes: as wide as columns can be, each character of two bytes.
+constexpr qsizetype LongestRow = qsizetype{2} * MostTableColumns * std::numeric_limits<std::int16_t>::max();
 
 struct ColumnBlock {
     QString key;
@@ -58,7 +62,7 @@ public:
     bool Read(const QString& path, DimensionTable& table) {
         std::optional<TextReader> file;
         try {
-            file.emplace(path);
+            file.emplace(path, LongestRow);
             ReadColumns(*file, table.cells);
         } catch (const RuntimeError& error) {
             RequireReadError(error);

@@ -77,13 +77,13 @@ TEST_F(BadSettingsTest, AFileThatCannotBeReadIsTold) {
 }
 
 TEST_F(BadSettingsTest, LocksThatWereLeftHoldNobodyUp) {
-    for (const char* ending : {".lock", ".new"}) {
+    for (const char* ending : {".lock", ".velmo-new"}) {
         QFile left(session_.SettingsPath() + ending);
         ASSERT_TRUE(left.open(QIODevice::WriteOnly));
     }
     Confirm();
     EXPECT_EQ(session_.Setting("SmbTbl1"), QString("8"));
-    EXPECT_FALSE(QFile::exists(session_.SettingsPath() + ".new"));
+    EXPECT_FALSE(QFile::exists(session_.SettingsPath() + ".velmo-new"));
 }
 
 TEST_F(BadSettingsTest, ModesThatAreNoNumbersAreTheDefaults) {

@@ -87,9 +87,9 @@ TEST_F(ValuesOfSymbolsTest, ADistanceIsMeasuredForTheAnswerThatAskedForIt) {
 
 TEST_F(ValuesOfSymbolsTest, AColumnOfExactlyTheNameGoesOverOneThatIsAlike) {
     Define("C.TXT", {R"(V1=PRO("d",1))"});
-    session_.WriteHomeLines("SMB\\BOLT\\C.PMN", {"",  "3",     "1", "ｺﾒﾝﾄ", "5", "0", "呼び", "2", "V0001",
-                                                 "5", "0",     "d", "3",    "V0009", "5", "0",  "D", "1",
-                                                 "   M1   11   99"});
+    session_.WriteHomeLines("SMB\\BOLT\\C.PMN",
+                            {"", "3", "1", "ｺﾒﾝﾄ", "5", "0", "呼び", "2", "V0001", "5", "0", "d", "3",
+                             "V0009", "5", "0", "D", "1", "   M1   11   99"});
     Open("C.TXT", "TOLVIKS");
     ClickTable(1, 1);
     EXPECT_THAT(Values(), ElementsAre("11"));

@@ -41,14 +41,14 @@ TEST_F(SaveFileTest, WithoutCommitTheOldFileStays) {
     {
         SaveFile file(folder.Path("a"));
         file.Write("new");
-        EXPECT_EQ(Names(), (QStringList{"a", "a.new"}));
+        EXPECT_EQ(Names(), (QStringList{"a", "a.velmo-new"}));
     }
     EXPECT_EQ(folder.Read("a"), "old");
     EXPECT_EQ(Names(), QStringList{"a"});
 }
 
 TEST_F(SaveFileTest, WhatAKilledRunLeftIsGoneAfterTheNextSave) {
-    folder.Write("a.new", "half written");
+    folder.Write("a.velmo-new", "half written");
     ReplaceFile(folder.Path("a"), "whole");
     EXPECT_EQ(folder.Read("a"), "whole");
     EXPECT_EQ(Names(), QStringList{"a"});
@@ -93,11 +93,88 @@ TEST_F(SaveFileTest, ASecondWriterWaitsForTheFirst) {
 
 TEST_F(SaveFileTest, ALockThatADeadProgramLeftHoldsNobodyUp) {
     folder.Write("Velmo2.ini.lock", "");
-    folder.Write("Velmo2.ini.new", "");
+    folder.Write("Velmo2.ini.velmo-new", "");
     SettingsStore store(NativePath(folder.Path("Velmo2.ini")));
     store.Save("A", "1");
     store.Flush();
     EXPECT_EQ(folder.Read("Velmo2.ini"), "[Settings]\nA=1\n");
+}
+
+TEST_F(SaveFileTest, WhatSomebodyElseLeftMakesRoom) {
+    if (::geteuid() != 0)
+        GTEST_SKIP() << "only the superuser can be another user";
+    folder.Write("a.velmo-new", "left by a program that was killed");
+    ASSERT_EQ(::chmod(Native("a.velmo-new").constData(), 0644), 0);
+    ASSERT_EQ(::chmod(Native({}).constData(), 0777), 0);
+    constexpr uid_t nobody = 65534;
+    const int held = ::open(Native("a.velmo-new").constData(), O_RDONLY);
+    ASSERT_EQ(::flock(held, LOCK_EX), 0);
+    ASSERT_EQ(::seteuid(nobody), 0);
+    EXPECT_EQ(Failure([&] { SaveFile(folder.Path("a"), NoPatience); }), ErrorNumber::PathFileAccess)
+        << "its writer is at work";
+    ::close(held);
+    ReplaceFile(folder.Path("a"), "new");
+    ASSERT_EQ(::seteuid(0), 0);
+    EXPECT_EQ(folder.Read("a"), "new");
+    EXPECT_EQ(Names(), QStringList{"a"});
+}
+
+TEST_F(SaveFileTest, WhatIsInTheWorkFilesPlaceIsNamed) {
+    folder.Write("a.velmo-new\\x", "");
+    try {
+        ReplaceFile(folder.Path("a"), "new");
+        FAIL();
+    } catch (const RuntimeError& error) {
+        EXPECT_TRUE(error.File().endsWith("a.velmo-new")) << error.File().toStdString();
+    }
+}
+
+TEST_F(SaveFileTest, AnOldFileOfAnySizeIsReplacedTogetherWithOthers) {
+    for (const char* name : {"velmo.ret", "velmo.ret2"}) {
+        QFile file(NativePath(folder.Path()) + name);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        // Of holes: it takes no room on the disk.
+        ASSERT_TRUE(file.resize(qint64(1) << 40));
+    }
+    ReplaceFiles({{folder.Path("velmo.ret"), "1"}, {folder.Path("velmo.ret2"), "2"}});
+    EXPECT_EQ(folder.Read("velmo.ret") + folder.Read("velmo.ret2"), "12");
+    EXPECT_EQ(Names(), (QStringList{"velmo.ret", "velmo.ret2"}));
+}
+
+TEST_F(SaveFileTest, ALinkToSettingsThatAreNotThereIsNoEmptyStore) {
+    ASSERT_EQ(::symlink("away/Velmo2.ini", (Native({}) + "Velmo2.ini").constData()), 0);
+    SettingsStore store(NativePath(folder.Path()) + "Velmo2.ini");
+    EXPECT_EQ(Failure([&] { store.Get("VlmHome"); }), ErrorNumber::PathFileAccess);
+    store.Save("A", "1");
+    EXPECT_EQ(Failure([&] { store.Flush(); }), ErrorNumber::PathFileAccess);
+    EXPECT_TRUE(QFileInfo(Native("Velmo2.ini")).isSymLink());
+}
+
+TEST_F(SaveFileTest, SettingsOfAnotherSpellingAreSomebodyElses) {
+    folder.Write("velmo2.ini", "[Settings]\nA=theirs\n");
+    const QString path = NativePath(folder.Path()) + "Velmo2.ini";
+    SettingsStore store(path);
+    EXPECT_EQ(store.Get("A"), "");
+    store.Save("A", "ours");
+    store.Flush();
+    EXPECT_EQ(folder.Read("velmo2.ini"), "[Settings]\nA=theirs\n");
+    EXPECT_EQ(SettingsStore(path).Get("A"), "ours");
+}
+
+TEST_F(SaveFileTest, AFolderOfSettingsMayHaveABackslashInItsName) {
+    const QString path = NativePath(folder.Path()) + "DOMAIN\\user/Velmo2.ini";
+    SettingsStore store(path);
+    store.Save("A", "1");
+    store.Flush();
+    EXPECT_EQ(SettingsStore(path).Get("A"), "1");
+    EXPECT_TRUE(QFileInfo::exists(path));
+}
+
+TEST_F(SaveFileTest, ARefusedTextForgetsWhatWasSavedWithIt) {
+    SettingsStore store(NativePath(folder.Path("Velmo2.ini")));
+    store.Save("VlmMode", "4");
+    EXPECT_EQ(Failure([&] { store.Save("LastPDF", "a\nb"); }), ErrorNumber::InvalidArgument);
+    EXPECT_EQ(store.Get("VlmMode", "2"), "2");
 }
 
 TEST_F(SaveFileTest, APipeIsNotReplaced) {

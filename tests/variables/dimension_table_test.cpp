@@ -54,6 +54,20 @@ TEST_F(DimensionTableTest, ShowsColumnsAndRows) {
     EXPECT_EQ(Stored(4), stored);
 }
 
+TEST_F(DimensionTableTest, RowsMayBeAsWideAsTheirColumns) {
+    constexpr int widest = 32'767;
+    QList<SymbolSample::Column> wide{columns.first()};
+    QString row = QStringLiteral(" M10");
+    for (int i = 0; i < 40; ++i) {
+        wide << SymbolSample::Column{QStringLiteral("V%1").arg(100 + i), widest, QString::number(i)};
+        row += QString::number(i).rightJustified(widest);
+    }
+    symbol.WriteTable(wide, {row});
+    symbol.Load();
+    EXPECT_TRUE(symbol.table.whole);
+    EXPECT_EQ(Shown().last().last(), "39");
+}
+
 TEST_F(DimensionTableTest, LinksVariablesToTheirColumns) {
     symbol.WriteTable(columns, {QStringLiteral("M10 100   20 ")});
     symbol.Load();
