@@ -1,6 +1,7 @@
 #include "library/category_tree.h"
 
 #include "library/category_keys.h"
+#include "library/category_way.h"
 #include "platform/folder_images.h"
 #include "platform/guarded.h"
 
@@ -102,8 +103,8 @@ void CategoryTree::RestoreSelection() {
 }
 
 bool CategoryTree::Choose(bool systemTree, const std::vector<std::int16_t>& way) {
-    // Another program may have added it below a category that was read before.
-    if (!OpenWay(systemTree, way)) {
+    // Another program may have added it below a category that was read before, or removed one that was.
+    if (!LibraryShows(systemTree, way.back()) || !OpenWay(systemTree, way)) {
         BuildAgain();
         if (!OpenWay(systemTree, way)) {
             RestoreSelection();
@@ -114,6 +115,11 @@ bool CategoryTree::Choose(bool systemTree, const std::vector<std::int16_t>& way)
     view_.Select(key);
     NodeClick(key);
     return true;
+}
+
+bool CategoryTree::LibraryShows(bool systemTree, std::int16_t id) const {
+    Database library(DatabasePath(systemTree), Database::Access::Read);
+    return WayToRoot(library, id).has_value();
 }
 
 // False when the tree does not have all of it.

@@ -42,6 +42,7 @@ private:
     void Open(const QString& key);
     void OpenAgain(const QString& key);
     void BuildAgain();
+    bool LibraryShows(bool systemTree, std::int16_t id) const;
     bool OpenWay(bool systemTree, const std::vector<std::int16_t>& way);
     void Expand(const QString& key);
     void Collapse(const QString& key);

@@ -304,6 +304,23 @@ TEST_F(FindTest, ACategoryThatAnotherProgramRemovedIsToldByName) {
     EXPECT_THAT(Run().Tree("VlmTreeView"), ElementsAre("トルヴィク", "  ボルト", "  座金"));
 }
 
+TEST_F(FindTest, ARemovedCategoryThatTheTreeStillShowsIsToldByNameToo) {
+    StartWith("VLM_MAIN");
+    ChooseCategory(large_);
+    ChooseCategory(bolts_);
+    Run().Click("VlmPdfList", Item::Named("アイボルト"));
+    LookFor("大形");
+    Execute("DELETE FROM FolderTable WHERE FolderName='大形'");
+    Run().Press("Down");
+    ExpectError({"35601", "分類 (ID 4)"});
+    EXPECT_EQ(SelectedCategory(), QString("トルヴィク > ボルト"));
+    EXPECT_EQ(Panel(0), QString("ボルト"));
+    EXPECT_THAT(ListedEntries(), ElementsAre("六角ボルト", "アイボルト", "記号"));
+    EXPECT_EQ(SelectedEntry(), QString("アイボルト"));
+    Run().Press("Escape");
+    EXPECT_THAT(Run().Tree("VlmTreeView"), ElementsAre("トルヴィク", "  ボルト", "  座金"));
+}
+
 TEST_F(FindTest, WhenTheCategoryShownIsGoneTooTheRootIsShown) {
     StartWith("VLM_MAIN");
     ChooseCategory(bolts_);

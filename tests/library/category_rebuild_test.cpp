@@ -117,6 +117,21 @@ TEST_F(CategoryRebuildTest, ACategoryThatIsGoneIsNotChosenAndTheOneBeforeStaysSo
     EXPECT_EQ(view_.SelectedKey(), "Nod69");
 }
 
+TEST_F(CategoryRebuildTest, ACategoryThatIsGoneButStillInTheTreeIsNotChosenEither) {
+    for (const char* gone : {"6", "5"}) {
+        Change("INSERT OR IGNORE INTO FolderTable (ID, ParentID, FolderName) VALUES (6, 5, 'E')");
+        tree_.Rebuild();
+        EXPECT_TRUE(tree_.Choose(false, {1, 5, 6}));
+        EXPECT_TRUE(tree_.Choose(false, {1, 2, 3}));
+        ASSERT_TRUE(view_.Nodes().Contains("Nod6"));
+        Change(QString("DELETE FROM FolderTable WHERE ID=%1").arg(gone));
+        EXPECT_FALSE(tree_.Choose(false, {1, 5, 6})) << gone;
+        EXPECT_FALSE(view_.Nodes().Contains("Nod6")) << gone;
+        EXPECT_EQ(view_.SelectedKey(), "Nod3");
+        EXPECT_EQ(state_.CurFolderID, 3);
+    }
+}
+
 TEST_F(CategoryRebuildTest, AMissingParentIsARunTimeError) {
     Change("DELETE FROM FolderTable WHERE ID=2");
     EXPECT_EQ(Failure([this] { tree_.Rebuild(); }), ErrorNumber::NoCurrentRecord);
