@@ -35,8 +35,9 @@ QString TargetFolder(const GlobalState& state) {
     return picked.startsWith(root, Qt::CaseInsensitive) ? root + picked.sliced(root.size()) : picked;
 }
 
+// The operating system takes either character for a separator, so a row of the library may hold either.
 QString FolderOf(const QString& path) {
-    return path.first(path.size() - PathToFnam(path).size());
+    return path.first(std::max(path.lastIndexOf(u'\\'), path.lastIndexOf(u'/')) + 1);
 }
 
 FoundFile At(const QString& path, const QString& native) {

@@ -161,6 +161,26 @@ TEST_F(MoveFilesTest, AFileOutsideTheHomeIsRefusedAndTheOthersMove) {
                                            R"(6|5|弁|NEW\VALVE.PDF|NEW\VALVE.SLD)"));
 }
 
+TEST_F(MoveFilesTest, AFileOutsideIsRefusedAloneBetweenFilesOfTheTopFolder) {
+    session_.WriteHome("..\\SECRET\\PUMP.PDF", "not ours");
+    for (const char* name : {"FIRST.PDF", "LAST.PDF"})
+        session_.WriteHome(name, name);
+    Execute("UPDATE PDFFileTable SET FolderID = 5, PDFFileName = 'FIRST.PDF', SLDFileName = '' WHERE ID = 4;"
+            "UPDATE PDFFileTable SET PDFFileName = '../SECRET/PUMP.PDF' WHERE ID = 5;"
+            "UPDATE PDFFileTable SET PDFFileName = 'LAST.PDF' WHERE ID = 6");
+    OpenTool(parts_);
+    Run().Click("AllBtn");
+    MoveFilesTo(newFolder_);
+    ExpectRefusal("「ポンプ」のファイル ../SECRET/PUMP.PDF "
+                  "は、ライブラリのフォルダの外を指しているため移動できません。");
+    AwaitToolClosed();
+    EXPECT_EQ(HomeFile("..\\SECRET\\PUMP.PDF"), QString("not ours"));
+    EXPECT_THAT(Entries().mid(3),
+                ElementsAre(R"(4|5|平座金|NEW\FIRST.PDF|)", R"(5|5|ポンプ|../SECRET/PUMP.PDF|NEW\PUMP.SLD)",
+                            R"(6|5|弁|NEW\LAST.PDF|NEW\VALVE.SLD)"));
+    EXPECT_EQ(HomeFile("NEW\\LAST.PDF"), QString("LAST.PDF"));
+}
+
 #ifdef Q_OS_LINUX
 TEST_F(MoveFilesTest, AFolderThatLeadsOutOfTheHomeIsNoTarget) {
     session_.WriteHome("..\\ELSEWHERE\\PUMP.PDF", "not ours");

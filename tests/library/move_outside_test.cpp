@@ -53,12 +53,51 @@ TEST_F(MoveOutsideTest, ARowThatLeadsOutIsRefusedByNameAndTheOthersMove) {
     }
 }
 
+TEST_F(MoveOutsideTest, ARowThatLeadsOutIsRefusedAloneWhicheverSeparatorItHasAndWhereverItStands) {
+    WriteFile("TOP.PDF", "of the top folder");
+    Database(state.LibraryDb, Database::Access::Write)
+        .Execute("INSERT INTO PDFFileTable (FolderID, PDFName, PDFFileName, SLDFileName) VALUES "
+                 "(2, 'third', 'A\\M12.PDF', '')");
+    for (const QString& file : {QStringLiteral("..\\outside\\x.PDF"), QStringLiteral("../outside/x.PDF")}) {
+        for (const int bad : {1, 2}) {
+            SCOPED_TRACE(file.toStdString() + " in row " + std::to_string(bad));
+            const int good = 3 - bad;
+            told.clear();
+            WriteFile("TOP.PDF", "of the top folder");
+            WriteFile("A\\M12.PDF", "of the third");
+            Name(bad, file);
+            Name(good, "TOP.PDF");
+            Name(3, "A\\M12.PDF");
+            for (const char* moved : {"N\\TOP.PDF", "N\\M12.PDF"})
+                QFile::remove(NativePath(Root(moved)));
+            Move();
+            EXPECT_EQ(told, QStringList(Refusal(bad == 1 ? "M10" : "M12", file)));
+            ExpectOutsideAsBefore();
+            EXPECT_EQ(Entries()[bad - 1].section('|', 3, 3), file);
+            EXPECT_EQ(Entries()[good - 1].section('|', 3, 3), "N\\TOP.PDF");
+            EXPECT_EQ(Entries()[2].section('|', 3, 3), "N\\M12.PDF");
+        }
+    }
+}
+
 TEST_F(MoveOutsideTest, ALinkWithinTheHomeIsFine) {
     Link("A", "IN");
     Name(1, "IN\\M10.PDF");
     Move();
     EXPECT_EQ(told, QStringList());
     EXPECT_EQ(Entries(), movedEntries);
+}
+
+TEST_F(MoveOutsideTest, ATableGoesAlongFromItsSymbolsOwnFolderWhicheverSeparatorThatHas) {
+    WriteFile("A\\M10.PMN", "table");
+    WriteFile("M10.PMN", "of another symbol");
+    QDir(NativePath(state.LibRoot)).mkpath("N/A");
+    Name(1, "A/M10.PDF");
+    Move();
+    EXPECT_EQ(told, QStringList());
+    EXPECT_EQ(folder.Read("home\\M10.PMN"), "of another symbol");
+    EXPECT_EQ(folder.Read("home\\N\\A\\M10.PMN"), "table");
+    EXPECT_FALSE(folder.Exists("home\\A\\M10.PMN"));
 }
 
 TEST_F(MoveOutsideTest, AHomeReachedByALinkIsFine) {
