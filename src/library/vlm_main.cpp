@@ -140,6 +140,8 @@ bool VLM_MAIN::Load() {
     try {
         OpenOrCreateLibraries();
         FinishInterruptedMove(state_.LibraryDb, state_.LibRoot);
+        if (ShowsBothLibraries(state_))
+            FinishInterruptedMove(state_.SystemDb, state_.LibRoot);
         RestorePlace();
         Appear();
         tree_->BuildCategoryTree();

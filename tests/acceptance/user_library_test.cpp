@@ -128,6 +128,19 @@ TEST_F(TableEditingTest, TheBrowserStaysAndRemembersItsTree) {
     EXPECT_TRUE(Run().Describe("VlmTreeView", Item::Path(userCategory_))["selected"].toBool());
 }
 
+TEST_F(TableEditingTest, AMoveInTheSystemLibraryThatWasKilledIsFinished) {
+    session_.WriteHome("NEW\\HEX.TXT", session_.ReadHome("SMB\\BOLT\\HEX.TXT"));
+    ASSERT_TRUE(QFile::remove(session_.Home() + "/SMB/BOLT/HEX.TXT"));
+    session_.WriteHome("velmo2.mdb.move", R"(["PDFFileName","SMB\\BOLT\\HEX.TXT","NEW\\HEX.TXT"])"
+                                          "\n");
+    StartWith("VLM_MAIN");
+    EXPECT_FALSE(session_.ExistsInHome("velmo2.mdb.move"));
+    EXPECT_THAT(session_.QueryHome("velmo2.mdb", "SELECT PDFFileName FROM PDFFileTable WHERE ID=1"),
+                ElementsAre(ElementsAre("NEW\\HEX.TXT")));
+    OpenEntry(systemCategory_, "六角ボルト");
+    EXPECT_THAT(Run().Column("Vedt_NowFGrid", 0), ElementsAre("V1", "V2", "V3"));
+}
+
 TEST_F(TableEditingTest, TheVariableWindowHasItsOwnCaptions) {
     StartWith("VLM_MAIN");
     OpenEntry(systemCategory_, "六角ボルト");
