@@ -6,7 +6,7 @@ namespace velmo::bench {
 
 // Programs that are started in a process of their own.
 inline const QString Velmo2Program = QStringLiteral(VELMO2_PROGRAM);
-inline const QString EmptyWindowProgram = QStringLiteral(EMPTY_WINDOW_PROGRAM);
+inline const QString PlainWindowProgram = QStringLiteral(PLAIN_WINDOW_PROGRAM);
 
 struct ChildRun {
     double seconds = 0;

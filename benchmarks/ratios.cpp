@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <limits>
 #include <map>
 #include <vector>
 
@@ -15,10 +14,7 @@ namespace velmo::bench {
 
 namespace {
 
-constexpr int Rounds = 5;
-
-const std::string SubjectSuffix = "/velmo";
-const std::string YardstickSuffix = "/yardstick";
+const std::string YardstickCounter = "yardstick";
 
 struct Item {
     std::string name;
@@ -31,27 +27,38 @@ std::vector<Item>& Items() {
     return items;
 }
 
-void Register(const std::string& name, const Measured& measured) {
-    benchmark::RegisterBenchmark(name.c_str(),
-                                 [measured](benchmark::State& state) {
-                                     for ([[maybe_unused]] auto _ : state)
-                                         state.SetIterationTime(measured());
+// In each round both are measured, one right after the other, so that what else the machine does falls on
+// both.
+void Add(const Item& item, int rounds, const Measured& subject, const Measured& yardstick) {
+    Items().push_back(item);
+    benchmark::RegisterBenchmark(item.name.c_str(),
+                                 [subject, yardstick](benchmark::State& state) {
+                                     for ([[maybe_unused]] auto _ : state) {
+                                         state.counters[YardstickCounter] = yardstick();
+                                         state.SetIterationTime(subject());
+                                     }
                                  })
         ->UseManualTime()
         ->Iterations(1)
-        ->Repetitions(Rounds)
+        ->Repetitions(rounds)
         ->Unit(benchmark::kMillisecond);
 }
 
-void Add(const std::string& name, double limit, bool bytes, const Measured& subject,
-         const Measured& yardstick) {
-    Items().push_back({name, limit, bytes});
-    Register(name + SubjectSuffix, subject);
-    Register(name + YardstickSuffix, yardstick);
+// What a share of the values, in order, stays below.
+double Quantile(std::vector<double> values, double share) {
+    const auto place = values.begin() + std::ptrdiff_t(share * double(values.size() - 1) + 0.5);
+    std::nth_element(values.begin(), place, values.end());
+    return *place;
 }
 
-// Keeps the best round of each benchmark: what disturbs a round only ever makes it slower.
-class BestRounds : public benchmark::BenchmarkReporter {
+// The rounds of an item.
+struct Rounds {
+    std::vector<double> subject;
+    std::vector<double> yardstick;
+    std::vector<double> ratio;
+};
+
+class Collected : public benchmark::BenchmarkReporter {
 public:
     bool ReportContext(const Context&) override { return true; }
 
@@ -59,26 +66,36 @@ public:
         for (const Run& run : runs) {
             if (run.run_type != Run::RT_Iteration)
                 continue;
-            const auto [best, added] =
-                best_.try_emplace(run.run_name.function_name, run.real_accumulated_time);
-            best->second = std::min(best->second, run.real_accumulated_time);
+            Rounds& rounds = rounds_[run.run_name.function_name];
+            const double yardstick = run.counters.at(YardstickCounter);
+            rounds.subject.push_back(run.real_accumulated_time);
+            rounds.yardstick.push_back(yardstick);
+            rounds.ratio.push_back(run.real_accumulated_time / yardstick);
         }
     }
 
-    bool Has(const std::string& name) const { return best_.contains(name); }
-    double Best(const std::string& name) const { return best_.at(name); }
+    // Null for an item that was not measured.
+    const Rounds* Of(const Item& item) const {
+        const auto rounds = rounds_.find(item.name);
+        return rounds == rounds_.end() ? nullptr : &rounds->second;
+    }
 
 private:
-    std::map<std::string, double> best_;
+    std::map<std::string, Rounds> rounds_;
 };
 
-void Print(const Item& item, double subject, double yardstick) {
+// The middle ratio counts; a quarter of the rounds lie below the spread and a quarter above it. False when it
+// is over the limit.
+bool Print(const Item& item, const Rounds& rounds) {
     const double scale = item.bytes ? 1.0 / (1024 * 1024) : 1000;
-    const double ratio = subject / yardstick;
-    std::printf("%-58s %9.2f %9.2f %s  %6.2f  (limit %.1f)%s\n", item.name.c_str(), subject * scale,
-                yardstick * scale, item.bytes ? "MiB" : "ms ", ratio, item.limit,
-                ratio > item.limit ? "  OVER THE LIMIT" : "");
+    const double ratio = Quantile(rounds.ratio, 0.5);
+    const bool holds = ratio <= item.limit;
+    std::printf("%-52s %9.2f %9.2f %s  %6.2f  (%.2f to %.2f)  limit %.1f%s\n", item.name.c_str(),
+                Quantile(rounds.subject, 0.5) * scale, Quantile(rounds.yardstick, 0.5) * scale,
+                item.bytes ? "MiB" : "ms ", ratio, Quantile(rounds.ratio, 0.25), Quantile(rounds.ratio, 0.75),
+                item.limit, holds ? "" : "  OVER THE LIMIT");
     std::fflush(stdout);
+    return holds;
 }
 
 } // namespace
@@ -90,13 +107,14 @@ double Seconds(const std::function<void()>& action) {
     return double(timer.nsecsElapsed()) * 1e-9;
 }
 
-void AddRatio(const std::string& name, double limit, Measured subject, Measured yardstick) {
-    Add(name, limit, false, subject, yardstick);
+void AddRatio(const std::string& name, double limit, const Measured& subject, const Measured& yardstick,
+              int rounds) {
+    Add({name, limit, false}, rounds, subject, yardstick);
 }
 
-void AddAmounts(const std::string& name, double limit, std::function<double()> subject,
-                std::function<double()> yardstick) {
-    Add(name, limit, true, subject, yardstick);
+void AddAmounts(const std::string& name, double limit, const Measured& subject, const Measured& yardstick) {
+    constexpr int rounds = 3;
+    Add({name, limit, true}, rounds, subject, yardstick);
 }
 
 int RunRatios(int argc, char** argv) {
@@ -111,21 +129,17 @@ int RunRatios(int argc, char** argv) {
     AddPickers();
     AddMaintenance();
     AddFind();
-    BestRounds best;
-    benchmark::RunSpecifiedBenchmarks(&best);
+    Collected collected;
+    benchmark::RunSpecifiedBenchmarks(&collected);
     // They hold windows, which go before the application does.
     benchmark::ClearRegisteredBenchmarks();
-    std::printf("%-58s %9s %9s      %6s\n", "item", "velmo", "yardstick", "ratio");
-    bool over = false;
+    std::printf("%-52s %9s %9s      %6s\n", "item (medians)", "velmo", "yardstick", "ratio");
+    bool holds = true;
     for (const Item& item : Items()) {
-        if (!best.Has(item.name + SubjectSuffix) || !best.Has(item.name + YardstickSuffix))
-            continue;
-        const double subject = best.Best(item.name + SubjectSuffix);
-        const double yardstick = best.Best(item.name + YardstickSuffix);
-        Print(item, subject, yardstick);
-        over = over || subject > item.limit * yardstick;
+        if (const Rounds* rounds = collected.Of(item))
+            holds = Print(item, *rounds) && holds;
     }
-    return over ? 1 : 0;
+    return holds ? 0 : 1;
 }
 
 } // namespace velmo::bench

@@ -123,7 +123,7 @@ void AddTableLoading() {
         "7 peak memory of opening it, to the table file", 10,
         [first] {
             return double(RunToFirstPaint(Velmo2Program, first->Folder().Native("config"), "VLM_VEDT").peak -
-                          RunToFirstPaint(EmptyWindowProgram, {}, "empty").peak);
+                          RunToFirstPaint(PlainWindowProgram, {}, "plain").peak);
         },
         [first] { return double(first->TableBytes()); });
 }
